@@ -1,0 +1,13 @@
+# Makes a C++ source that carries files as texts: embutir(<output.cpp> <name> <file> [<name> <file> ...]).
+function(embutir saida)
+  set(corpo "#include \"DadosEmbutidos.h\"\n\nnamespace impnfse::embutidos {\n")
+  set(resto ${ARGN})
+  while(resto)
+    list(POP_FRONT resto nome arquivo)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${arquivo})
+    file(READ ${arquivo} texto)
+    string(APPEND corpo "const std::string_view ${nome} = R\"impnfse(${texto})impnfse\";\n")
+  endwhile()
+  string(APPEND corpo "}  // namespace impnfse::embutidos\n")
+  file(CONFIGURE OUTPUT ${saida} CONTENT "${corpo}" @ONLY)
+endfunction()

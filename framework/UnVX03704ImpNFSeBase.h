@@ -1,0 +1,220 @@
+// The base class of all importers. One importer is one thread that reads one file of one layout.
+//
+// The steps that every layout shares stand here once, small and non-virtual, with plain arguments. An importer composes
+// them and decides the rest: which element feeds which field, in which order, with which oddity.
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "VX03704ImpDocEletBase.h"
+
+namespace impnfse {
+
+// The codes of the retained taxes, as the A17R carries them.
+namespace receita {
+inline constexpr std::string_view kISS = "1010";
+inline constexpr std::string_view kIR = "0714";
+inline constexpr std::string_view kINSS = "0910";
+inline constexpr std::string_view kPIS = "1101";
+inline constexpr std::string_view kCOFINS = "1102";
+inline constexpr std::string_view kCSLL = "1103";
+}  // namespace receita
+
+// A municipality as CA06_MUNICIPIO has it.
+struct TDadosMunicipio {
+  Int64 IDMUNICIPIO = 0;       // 0 when not found
+  String CODIGOFEDERAL = "0";  // "0" when not found
+  String UF;                   // the one asked for when not found
+};
+
+// What a note tells of one party, as far as the layout has it.
+struct TDadosParte {
+  int COD_MUN = 0;  // federal code of the municipality
+  String NOME;
+  String ENDERECO;
+  String NUM;
+  String COMPL;
+  String BAIRRO;
+  String UF;  // empty: the state of COD_MUN
+  int COD_PAIS = TDadosRegistro0150::kBrasil;
+};
+
+// What a note tells of one service, as an item.
+struct TDadosServico {
+  String DESCR_ITEM;
+  String COD_LST;  // item of the national service list, as written in the note
+  String UNID_INV = "UN";
+};
+
+class TNFSeBase : public TImpDocEletBase {
+ public:
+  using TImpDocEletBase::TImpDocEletBase;
+
+  // Both remember the layout for the branch when they placed the note.
+  TBuscarID CarregouRegistro0000Emitente(int tipo) override;
+  TBuscarID CarregouRegistro0000Destinatario(int tipo) override;
+
+  // What CarregarA17R below asks of a layout that uses it. Nothing is retained by default.
+  virtual bool GetDocumentoTemISSRetido() { return false; }
+  virtual Currency GetBaseCalculo() { return 0; }
+  virtual Currency GetValorISS() { return 0; }
+  virtual Currency GetAliquotaISS() { return 0; }
+  virtual Currency GetValorIR() { return 0; }
+  virtual Currency GetValorINSS() { return 0; }
+  virtual Currency GetValorPIS() { return 0; }
+  virtual Currency GetValorCOFINS() { return 0; }
+  virtual Currency GetValorCSLL() { return 0; }
+
+  // Moves the file to its place in the archive. False when it didn't go; without a stored document it stays where it
+  // is.
+  bool MoveuArquivo();
+
+  // Lookups
+  // ---------------------------------------------------------------------------------------------------------
+
+  // The first municipality of the state (any state when `uf` is blank) whose name contains `nome`, free of case. An
+  // acute accent used as an apostrophe (U+00B4) also finds the name with "'" and with "' ". A blank name finds nothing.
+  TDadosMunicipio BuscarMunicipio(const String& uf, const String& nome);
+  // The federal code of a municipality. A number of up to five digits is completed with the state's; one of six or more
+  // stays; without a number the name decides. 0 when nothing is found.
+  int BuscarCodigoMunicipio(const String& codigo, const String& uf, const String& municipio);
+  // The activity code with its dot: "105" gives "1.05", "0105" gives "01.05". A text that has a dot, or no digit,
+  // stays.
+  String FormatarCodigoAtividade(const String& codigo);
+  // The CFOP of a service, which no note carries: 1.933 and 2.933 for entries, 5.933 and 6.933 for exits, within the
+  // state (also when one of the states is unknown) and between states, and the company's number of zeros.
+  String BuscarCFOPIcmsServico();
+
+ protected:
+  // The file and the note loop
+  // --------------------------------------------------------------------------------------
+
+  const String& GetArquivo() const { return DadosArquivo.Arquivo; }
+
+  // The standard progress text.
+  static constexpr std::string_view kTextoProgresso = "Carregando documento {} de {}. ";
+
+  // Runs `acao`. Any exception drops the document at hand, sets the error flag and makes the structure error the last
+  // error; nothing is added to the list.
+  template <class Acao>
+  void ComErroEstrutura(Acao acao);
+
+  // Calls `carregar` for each item in order, without a progress display.
+  template <class Itens, class AcaoDaNota>
+  void PercorrerNotas(const Itens& itens, AcaoDaNota carregar);
+  // The same with the progress display, if there is one.
+  template <class Itens, class AcaoDaNota>
+  void PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carregar);
+
+  // Places the note at hand on the company's branches: `carregarA100` runs once for each side that is one, and the
+  // document is noted in the summary under `numero`. A note of which no side is one is an error, whose copy in the list
+  // begins with `prefixoErro`; the file goes on.
+  void CarregarDosDoisLados(const String& numero, const std::function<void()>& carregarA100,
+                            const String& prefixoErro = {});
+
+  // The document
+  // ----------------------------------------------------------------------------------------------------
+
+  // The document being built; made, under the period in force, when there is none.
+  TDadosRegistroA100* GetDadosA100();
+  // Drops the document being built, if there is one.
+  void DestroyA100() { FDadosA100.reset(); }
+  TDadosEmpresaImportacao* GetDadosEmpresaImportacao() { return BuscarInstanciaEmpresaImportacao(); }
+
+  // Begins a document: nothing of an earlier one is left, and no participant is known.
+  void IniciarA100();
+  // Its id, origin, destination, side and participant. Comes after the participants.
+  void CarregarIdentificacaoA100();
+  // CarregarIdentificacaoA100, then what nearly every layout says alike: the number (0 when it is none), GetData as
+  // both dates, a regular situation, cash payment, GetChave.
+  void CarregarCabecalhoA100(const String& numero);
+  // Marks the document when ISS is retained; otherwise the field keeps its initial value.
+  void MarcarISSRetido(bool retido);
+  // Stores the document with its children, and lets go of it.
+  void ConcluirA100();
+  // Stores the document; then, when the document itself is to be written, its retained taxes, items and messages, as
+  // far as they are.
+  void ImportarA100();
+
+  // The participants
+  // ------------------------------------------------------------------------------------------------
+
+  // The issuer (taker) as participant of the document, unless its number is the current branch's: the company doesn't
+  // become its own participant. A taker without a number makes no participant.
+  void CarregarEmitente(const TDadosParte& parte);
+  void CarregarDestinatario(const TDadosParte& parte);
+  // The id of the participant with that number and registration: found, or stored as a new one. It is the document's.
+  void BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte);
+  // Makes the participant with that number and registration the document's, when the company has it.
+  bool EncontrouParticipante(const String& numero, const String& ie, int codMun);
+  // Stores a new participant, and makes it the document's.
+  void InserirParticipante(const String& numero, const String& ie, const TDadosParte& parte);
+
+  // The participant of the document, 0 when there is none: COD_PART.
+  Int64 IDParticipante = 0;
+
+  // The items and the retained taxes
+  // --------------------------------------------------------------------------------
+
+  // The id of the company's item with the service's description: found, or stored as a new one.
+  Int64 CarregarItem(const TDadosServico& servico);
+  // A new document item: one unit of the item, with the CFOP, and ISS due to the branch's municipality.
+  std::unique_ptr<TDadosRegistroA170> NovoA170(Int64 idItem, int numero = 1);
+  void AdicionarA170(std::unique_ptr<TDadosRegistroA170> item);
+  // The digits of the current branch's municipal code.
+  String MunicipioDaFilial();
+
+  // Adds a retained tax. A value of 0 is added too: what is written is decided when the document is stored.
+  void InserirRetencao(std::string_view codigo, Currency base, Currency valor, Currency aliquota = {});
+  // The six taxes in the order of their codes above, ISS only when it is retained, from the virtual getters.
+  void CarregarA17R();
+  void CarregarISSRetido();
+  void CarregarIRRetido();
+  void CarregarINSSRetido();
+  void CarregarPISRetido();
+  void CarregarCOFINSRetido();
+  void CarregarCSLLRetido();
+
+ private:
+  // Remembers the layout for the current branch.
+  void GravarCodigoLeiauteNFSe();
+  // The destination of the file, kept for MoveuArquivo.
+  const String& BuscarDiretorioDestinoDaNFSe();
+  void TratarErroEstrutura();
+  void IniciarProgresso(std::size_t quantidade);
+  void MostrarProgresso(std::size_t indice, std::size_t quantidade);
+  void AvancarProgresso();
+
+  std::unique_ptr<TDadosRegistroA100> FDadosA100;
+  String FDiretorioDestino;
+  String FLeiauteGravado;  // the statement that remembered the layout last
+};
+
+template <class Acao>
+void TNFSeBase::ComErroEstrutura(Acao acao) {
+  try {
+    acao();
+  } catch (const std::exception&) {
+    TratarErroEstrutura();
+  }
+}
+
+template <class Itens, class AcaoDaNota>
+void TNFSeBase::PercorrerNotas(const Itens& itens, AcaoDaNota carregar) {
+  for (std::size_t i = 0; i < itens.Count(); ++i) carregar(itens[i]);
+}
+
+template <class Itens, class AcaoDaNota>
+void TNFSeBase::PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carregar) {
+  IniciarProgresso(itens.Count());
+  for (std::size_t i = 0; i < itens.Count(); ++i) {
+    MostrarProgresso(i, itens.Count());
+    carregar(itens[i]);
+    AvancarProgresso();
+  }
+}
+
+}  // namespace impnfse

@@ -1,0 +1,234 @@
+// The parse of a file into a TDocumentoXML: libxml2's events, without its tree.
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <libxml/SAX2.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <limits>
+#include <system_error>
+#include <unordered_map>
+
+#include "VX03704Erros.h"
+#include "XMLDocumento.h"
+
+namespace impnfse {
+namespace {
+
+std::string_view Vista(const xmlChar* texto) {
+  return texto == nullptr ? std::string_view() : reinterpret_cast<const char*>(texto);
+}
+
+// A name as the parser hands it over: prefix and local part, each one pointer per distinct text.
+struct TNomeQualificado {
+  const xmlChar* Prefixo;
+  const xmlChar* Local;
+  bool operator==(const TNomeQualificado&) const = default;
+};
+struct TDispersao {
+  std::size_t operator()(const TNomeQualificado& n) const {
+    const std::hash<const void*> h;
+    return h(n.Prefixo) * 31 + h(n.Local);
+  }
+};
+
+}  // namespace
+
+class TLeitorXML {
+ public:
+  std::shared_ptr<const TDocumentoXML> Ler(const String& caminho);
+
+ private:
+  static TLeitorXML& De(void* contexto) {
+    return *static_cast<TLeitorXML*>(static_cast<xmlParserCtxtPtr>(contexto)->_private);
+  }
+  static xmlSAXHandler Eventos();
+  void AbrirElemento(TNomeQualificado nome);
+  void AcrescentarAtributo(TNomeQualificado nome, std::string_view valor);
+  void FecharElemento() { FAbertos.pop_back(); }
+  void AcrescentarTexto(std::string_view texto);
+  std::uint32_t NumeroDoNome(TNomeQualificado nome);
+  TDocumentoXML::TTrecho Guardar(std::string_view texto);
+  static xmlEntityPtr SoInterna(void* contexto, xmlEntityPtr entidade);
+
+  // An element that is still open, and its last child so far.
+  struct TAberto {
+    std::size_t No;
+    std::uint32_t UltimoFilho;
+  };
+  std::vector<TDocumentoXML::TElementoXML> FNos;
+  std::vector<TDocumentoXML::TAtributoXML> FAtributos;
+  std::string FTextos;
+  std::vector<String> FNomes;
+  std::unordered_map<TNomeQualificado, std::uint32_t, TDispersao> FNumeros;
+  std::vector<TAberto> FAbertos;
+  bool FTemEntidadeExterna = false;
+};
+
+std::uint32_t TLeitorXML::NumeroDoNome(TNomeQualificado nome) {
+  const auto [posicao, novo] = FNumeros.try_emplace(nome, static_cast<std::uint32_t>(FNomes.size()));
+  if (novo)
+    FNomes.push_back(nome.Prefixo == nullptr ? String(Vista(nome.Local))
+                                             : fmt::format("{}:{}", Vista(nome.Prefixo), Vista(nome.Local)));
+  return posicao->second;
+}
+
+TDocumentoXML::TTrecho TLeitorXML::Guardar(std::string_view texto) {
+  const TDocumentoXML::TTrecho trecho{static_cast<std::uint32_t>(FTextos.size()),
+                                      static_cast<std::uint32_t>(texto.size())};
+  FTextos += texto;
+  return trecho;
+}
+
+void TLeitorXML::AbrirElemento(TNomeQualificado nome) {
+  const auto numero = static_cast<std::uint32_t>(FNos.size());
+  if (!FAbertos.empty()) {
+    auto& [pai, ultimo] = FAbertos.back();
+    if (FNos[pai].PrimeiroFilho == static_cast<std::uint32_t>(TNoXML::Nenhum)) {
+      // What stood ahead of the first child is no text: nearly always the line break and the indentation.
+      if (FNos[pai].Texto.Tamanho > 0) FTextos.resize(FNos[pai].Texto.Inicio);
+      FNos[pai].Texto = {};
+      FNos[pai].PrimeiroFilho = numero;
+    } else {
+      FNos[ultimo].ProximoIrmao = numero;
+    }
+    ultimo = numero;
+  }
+  TDocumentoXML::TElementoXML no;
+  no.Nome = NumeroDoNome(nome);
+  no.PrimeiroAtributo = static_cast<std::uint32_t>(FAtributos.size());
+  FNos.push_back(no);
+  FAbertos.push_back({numero, 0});
+}
+
+void TLeitorXML::AcrescentarAtributo(TNomeQualificado nome, std::string_view valor) {
+  FAtributos.push_back({NumeroDoNome(nome), Guardar(valor)});
+  ++FNos.back().Atributos;
+}
+
+void TLeitorXML::AcrescentarTexto(std::string_view texto) {
+  if (FAbertos.empty()) return;
+  auto& no = FNos[FAbertos.back().No];
+  if (no.PrimeiroFilho != static_cast<std::uint32_t>(TNoXML::Nenhum)) return;
+  if (no.Texto.Tamanho == 0) no.Texto.Inicio = static_cast<std::uint32_t>(FTextos.size());
+  FTextos += texto;
+  no.Texto.Tamanho += static_cast<std::uint32_t>(texto.size());
+}
+
+// An entity that stands outside the file is never read: a document that uses one is refused.
+xmlEntityPtr TLeitorXML::SoInterna(void* contexto, xmlEntityPtr entidade) {
+  if (entidade == nullptr || entidade->etype == XML_INTERNAL_GENERAL_ENTITY ||
+      entidade->etype == XML_INTERNAL_PARAMETER_ENTITY || entidade->etype == XML_INTERNAL_PREDEFINED_ENTITY)
+    return entidade;
+  De(contexto).FTemEntidadeExterna = true;
+  xmlStopParser(static_cast<xmlParserCtxtPtr>(contexto));
+  return nullptr;
+}
+
+xmlSAXHandler TLeitorXML::Eventos() {
+  xmlSAXHandler sax{};
+  xmlSAXVersion(&sax, 2);
+  sax.startElementNs = [](void* contexto, const xmlChar* local, const xmlChar* prefixo, const xmlChar* /*uri*/,
+                          int declaracoes, const xmlChar** namespaces, int atributos, int /*assumidos*/,
+                          const xmlChar** valores) {
+    static const auto* const kXmlns = reinterpret_cast<const xmlChar*>("xmlns");
+    auto& leitor = De(contexto);
+    leitor.AbrirElemento({prefixo, local});
+    for (int i = 0; i < declaracoes; ++i) {
+      const auto* const declarado = namespaces[2 * i];
+      const auto nome = declarado == nullptr ? TNomeQualificado{nullptr, kXmlns} : TNomeQualificado{kXmlns, declarado};
+      leitor.AcrescentarAtributo(nome, Vista(namespaces[2 * i + 1]));
+    }
+    for (int i = 0; i < atributos; ++i) {
+      const auto* const* const a = valores + 5 * i;  // local part, prefix, URI, beginning and end of the value
+      const auto* const inicio = reinterpret_cast<const char*>(a[3]);
+      leitor.AcrescentarAtributo({a[1], a[0]}, {inicio, reinterpret_cast<const char*>(a[4])});
+    }
+  };
+  sax.endElementNs = [](void* contexto, const xmlChar*, const xmlChar*, const xmlChar*) {
+    De(contexto).FecharElemento();
+  };
+  sax.characters = [](void* contexto, const xmlChar* texto, int tamanho) {
+    De(contexto).AcrescentarTexto({reinterpret_cast<const char*>(texto), static_cast<std::size_t>(tamanho)});
+  };
+  sax.ignorableWhitespace = sax.characters;
+  sax.cdataBlock = sax.characters;
+  sax.comment = nullptr;
+  sax.processingInstruction = nullptr;
+  sax.resolveEntity = [](void*, const xmlChar*, const xmlChar*) -> xmlParserInputPtr { return nullptr; };
+  sax.getEntity = [](void* contexto, const xmlChar* nome) {
+    return SoInterna(contexto, xmlSAX2GetEntity(contexto, nome));
+  };
+  sax.getParameterEntity = [](void* contexto, const xmlChar* nome) {
+    return SoInterna(contexto, xmlSAX2GetParameterEntity(contexto, nome));
+  };
+  // Errors are read from the context at the end; nothing is printed.
+  sax.error = nullptr;
+  sax.warning = nullptr;
+  sax.fatalError = nullptr;
+  sax.serror = [](void*, xmlErrorPtr) {};
+  return sax;
+}
+
+std::shared_ptr<const TDocumentoXML> TLeitorXML::Ler(const String& caminho) {
+  const auto falhaDeLeitura = [&](int erro) {
+    return EArquivo(
+        fmt::format("Não foi possível ler o arquivo {}: {}.", caminho, std::generic_category().message(erro)));
+  };
+  const auto fechar = [](const int* d) { ::close(*d); };
+  const int descritor = ::open(caminho.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descritor < 0) throw falhaDeLeitura(errno);
+  const std::unique_ptr<const int, decltype(fechar)> guarda(&descritor, fechar);
+  struct stat dados {};
+  if (::fstat(descritor, &dados) != 0) throw falhaDeLeitura(errno);
+  if (!S_ISREG(dados.st_mode)) throw falhaDeLeitura(S_ISDIR(dados.st_mode) ? EISDIR : EINVAL);
+  // Places in a document are counted in 32 bits.
+  if (dados.st_size > std::numeric_limits<std::int32_t>::max()) throw falhaDeLeitura(EFBIG);
+  FTextos.reserve(static_cast<std::size_t>(dados.st_size) / 4);
+
+  auto sax = Eventos();
+  struct TOrigem {
+    int Descritor;
+    int Erro;
+  } origem{descritor, 0};
+  const auto ler = [](void* o, char* bloco, int tamanho) {
+    auto* const lida = static_cast<TOrigem*>(o);
+    for (;;) {
+      const auto n = ::read(lida->Descritor, bloco, static_cast<std::size_t>(tamanho));
+      if (n < 0 && errno == EINTR) continue;
+      if (n < 0) lida->Erro = errno;
+      return static_cast<int>(n);
+    }
+  };
+  const auto liberar = [](xmlParserCtxtPtr c) {
+    if (c->myDoc != nullptr) xmlFreeDoc(c->myDoc);
+    xmlFreeParserCtxt(c);
+  };
+  const std::unique_ptr<xmlParserCtxt, decltype(liberar)> contexto(
+      xmlCreateIOParserCtxt(&sax, nullptr, ler, nullptr, &origem, XML_CHAR_ENCODING_NONE), liberar);
+  if (origem.Erro != 0) throw falhaDeLeitura(origem.Erro);
+  if (contexto == nullptr) throw EXML("O arquivo não pôde ser aberto como XML.");
+  contexto->_private = this;
+  xmlCtxtUseOptions(contexto.get(), XML_PARSE_NONET | XML_PARSE_NOENT);
+  xmlParseDocument(contexto.get());
+
+  if (origem.Erro != 0) throw falhaDeLeitura(origem.Erro);
+  if (FTemEntidadeExterna) throw EXML("O arquivo usa uma entidade externa, que não é lida.");
+  if (contexto->wellFormed == 0 || FNos.empty()) {
+    const auto* const erro = xmlCtxtGetLastError(contexto.get());
+    throw EXML(fmt::format("XML malformado na linha {}.", erro == nullptr ? 1 : erro->line));
+  }
+  auto documento = std::make_shared<TDocumentoXML>();
+  documento->FNos = std::make_shared<const std::vector<TDocumentoXML::TElementoXML>>(std::move(FNos));
+  documento->FAtributos = std::make_shared<const std::vector<TDocumentoXML::TAtributoXML>>(std::move(FAtributos));
+  documento->FTextos = std::make_shared<const std::string>(std::move(FTextos));
+  documento->FNomes = std::move(FNomes);
+  return documento;
+}
+
+std::shared_ptr<const TDocumentoXML> LoadXMLDocument(const String& caminho) { return TLeitorXML().Ler(caminho); }
+
+}  // namespace impnfse

@@ -1,0 +1,107 @@
+#include "UnVX03704ImpNFSe.h"
+
+#include <algorithm>
+
+#include "VXUtilsLista.h"
+
+namespace impnfse {
+namespace {
+
+constexpr std::size_t kCabeca = 350;
+constexpr std::size_t kCabecaAgili = 50;
+
+// The first characters of the file's text.
+String Cabeca(const String& arquivo, std::size_t caracteres) {
+  TStringList linhas;
+  linhas.LoadFromFile(arquivo);
+  return String(Primeiros(linhas.Text(), caracteres));
+}
+
+bool TemAlgum(const String& texto, std::initializer_list<std::string_view> agulhas) {
+  return std::any_of(agulhas.begin(), agulhas.end(),
+                     [&](std::string_view agulha) { return texto.find(agulha) != texto.npos; });
+}
+
+// Runs `acao` when it goes, also by an exception.
+template <class Acao>
+class TAoSair {
+ public:
+  explicit TAoSair(Acao acao) : FAcao(std::move(acao)) {}
+  ~TAoSair() { FAcao(); }
+  TAoSair(const TAoSair&) = delete;
+  TAoSair& operator=(const TAoSair&) = delete;
+
+ private:
+  Acao FAcao;
+};
+
+}  // namespace
+
+void TImpNFSe::Execute() { TArquivoImpBase::Execute(); }
+
+void TImpNFSe::Carregar() {
+  TArquivoImpBase::Carregar();
+  const auto id = BuscarIdentificacaoNFSe(DadosArquivo.CodigoLeiaute);
+  for (const auto& importador : ImportadoresNFSe())
+    if (importador.Id == id && (importador.Teste == nullptr || (this->*importador.Teste)()))
+      return CarregarNFSe(importador);
+  GetListaErros().Add(BuscarErroEstruturaArquivo());
+  SetTemErros(true);
+}
+
+int TImpNFSe::BuscarIdentificacaoNFSe(const String& codigo) const {
+  for (const auto& regra : RegrasDeLeiaute())
+    if (regra.Codigo == codigo) return regra.Teste != nullptr && (this->*regra.Teste)() ? regra.IdSeVale : regra.Id;
+  return 0;
+}
+
+void TImpNFSe::CarregarNFSe(const TImportadorNFSe& importador) {
+  const auto trabalhador = importador.Criar();
+  const TAoSair encerrar([&] {
+    if (importador.Variacao == TVariacaoNFSe::ComRetorno) trabalhador->OnArquivoCarregado(trabalhador.get());
+    AtribuirRetornoArquivo(trabalhador.get());
+    if (importador.Variacao == TVariacaoNFSe::Nenhuma && !trabalhador->GetImportou())
+      GetListaErros().Add(trabalhador->GetErro());
+    trabalhador->MoveuArquivo();
+  });
+  trabalhador->InicializarDados(String(importador.Classe));
+  trabalhador->SetPriority(tpNormal);
+  trabalhador->DadosArquivo = DadosArquivo;
+  trabalhador->BarraProgresso = BarraProgresso;
+  if (importador.Variacao == TVariacaoNFSe::ComRetorno) trabalhador->OnArquivoCarregado = OnArquivoCarregado;
+  trabalhador->Start();
+  trabalhador->WaitFor();
+}
+
+bool TImpNFSe::EhLeiauteABRASFVersao203() const {
+  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"versao=\"2.01\"", "versao=\"2.02\"", "versao=\"2.03\""});
+}
+
+bool TImpNFSe::EhLeiauteAgiliVersao100() const {
+  const auto cabeca = Cabeca(DadosArquivo.Arquivo, kCabecaAgili);
+  return TemAlgum(cabeca, {"Nfse"}) && TemAlgum(cabeca, {"agili"});
+}
+
+bool TImpNFSe::EhLeiauteBethaVersao202() const {
+  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"versao=\"2.02\""});
+}
+
+bool TImpNFSe::EhLeiauteIPM() const { return Maiusculas(Ultimos(DadosArquivo.Arquivo, 4)) == ".XML"; }
+
+bool TImpNFSe::EhLeiautePronimVersao202() const {
+  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"versao=\"2.02\""});
+}
+
+bool TImpNFSe::EhLeiauteSoftplanVersao022018() const {
+  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"<xmlNfpse", "<numeroAEDF>"});
+}
+
+bool TImpNFSe::EhLeiauteTecnosistemasCFSe() const {
+  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"<ListaCupomFiscal", "<CupomFiscal>"});
+}
+
+bool TImpNFSe::NotaJoinvilleEhServicoPrestado() const {
+  return !TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"<nota_recebida>"});
+}
+
+}  // namespace impnfse

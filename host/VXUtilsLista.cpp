@@ -1,0 +1,40 @@
+#include "VXUtilsLista.h"
+
+#include <fmt/format.h>
+
+#include <fstream>
+
+#include "VX03704Erros.h"
+
+namespace impnfse {
+
+void TStringList::LoadFromFile(const String& caminho) { SetText(DecodificarTexto(LerArquivo(caminho))); }
+
+void TStringList::SaveToFile(const String& caminho) const {
+  std::ofstream arquivo(caminho, std::ios::binary | std::ios::trunc);
+  arquivo << Text() << std::flush;
+  if (!arquivo) throw EArquivo(fmt::format("Não foi possível gravar o arquivo {}.", caminho));
+}
+
+void TStringList::SetText(std::string_view texto) {
+  FLinhas.clear();
+  while (!texto.empty()) {
+    const auto fim = texto.find_first_of("\r\n");
+    FLinhas.emplace_back(texto.substr(0, fim));
+    if (fim == texto.npos) return;
+    texto.remove_prefix(texto.substr(fim).starts_with("\r\n") ? fim + 2 : fim + 1);
+  }
+}
+
+String TStringList::Text() const {
+  String texto;
+  for (const auto& linha : FLinhas) texto.append(linha).push_back('\n');
+  return texto;
+}
+
+void TStringList::Delete(std::size_t i) {
+  FLinhas.at(i);  // an index out of range raises, as every other access does
+  FLinhas.erase(FLinhas.begin() + static_cast<std::ptrdiff_t>(i));
+}
+
+}  // namespace impnfse

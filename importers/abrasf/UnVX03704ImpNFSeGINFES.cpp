@@ -1,0 +1,106 @@
+#include "UnVX03704ImpNFSeGINFES.h"
+
+#include "UnVX03704BaseFuncoes.h"
+
+namespace impnfse {
+namespace {
+
+// The municipality's code as some files write it, with dots.
+int CodigoMunicipio(const String& cidade) { return StrToIntDef(Substituir(cidade, ".", ""), 0); }
+
+// Both parties are told alike.
+template <class Parte>
+TDadosParte LerParte(const Parte& parte) {
+  const auto endereco = parte.template Filho<"Endereco">();
+  return {.COD_MUN = CodigoMunicipio(endereco.Texto("Cidade")),
+          .NOME = parte.Texto("RazaoSocial"),
+          .ENDERECO = endereco.Texto("Endereco"),
+          .NUM = endereco.Texto("Numero"),
+          .COMPL = endereco.Texto("Complemento"),
+          .BAIRRO = endereco.Texto("Bairro"),
+          .UF = endereco.Texto("Estado")};
+}
+
+}  // namespace
+
+void TNFSeGINFES::Carregar() {
+  TNFSeBase::Carregar();
+  CarregarNFSe();
+}
+
+void TNFSeGINFES::CarregarNFSe() {
+  ComErroEstrutura([&] {
+    const auto raiz = LoadNFSE(GetArquivo());
+    if (!raiz) return;
+    PercorrerNotas(raiz->Itens<"Nfse">(), [&](const IXMLNfseGINFES& nota) {
+      FNota = nota;
+      CarregarDosDoisLados(GetNota().Texto("IdentificacaoNfse/Numero"), [&] { CarregarA100(); });
+    });
+  });
+}
+
+String TNFSeGINFES::GetCNPJCPFEmitente() { return GetNota().Texto("PrestadorServico/IdentificacaoPrestador/CnpjCpf"); }
+
+String TNFSeGINFES::GetCNPJCPFDestinatario() {
+  return GetNota().Texto("TomadorServico/IdentificacaoTomador/CpfCnpj/CnpjCpf");
+}
+
+String TNFSeGINFES::GetChave() { return GetNota().Texto("IdentificacaoNfse/CodigoVerificacao"); }
+
+TDateTime TNFSeGINFES::GetData() {
+  const auto emissao = GetNota().Texto("DataEmissao");
+  const auto data = StrToDateDef(emissao, 0);
+  return data > 0 ? data : ConverteData(emissao, fdAnoMesDia);
+}
+
+// An empty flag is 2, not retained.
+bool TNFSeGINFES::DocumentoTemISSRetido() const {
+  return StrToIntDef(GetNota().Texto("Servico/Valores/IssRetido"), 2) == 1;
+}
+
+// Where the taker retains the ISS, its value stands in a field of its own.
+Currency TNFSeGINFES::ValorISS() const {
+  const auto valor = ConverterCurrency(GetNota().Texto("Servico/Valores/ValorIss"));
+  return valor > 0 ? valor : ConverterCurrency(GetNota().Texto("Servico/Valores/ValorIssRetido"));
+}
+
+void TNFSeGINFES::CarregarA100() {
+  IniciarA100();
+  Carregar0150();
+  CarregarCabecalhoA100(GetNota().Texto("IdentificacaoNfse/Numero"));
+  GetDadosA100()->SetVL_DOC(ConverterCurrency(GetNota().Texto("Servico/Valores/ValorServicos")));
+  GetDadosA100()->SetVL_ISS(ValorISS());
+  MarcarISSRetido(DocumentoTemISSRetido());
+  CarregarA17R();
+  CarregarA170();
+  ConcluirA100();
+}
+
+void TNFSeGINFES::Carregar0150() {
+  CarregarEmitente(LerParte(GetNota().Filho<"PrestadorServico">()));
+  CarregarDestinatario(LerParte(GetNota().Filho<"TomadorServico">()));
+}
+
+// The retained value is ValorIss alone, also where ValorIssRetido is filled.
+void TNFSeGINFES::CarregarA17R() {
+  if (!DocumentoTemISSRetido()) return;
+  const auto valores = GetNota().Filho<"Servico/Valores">();
+  const auto base = ConverterCurrency(valores.Texto("BaseCalculo"));
+  InserirRetencao(receita::kISS, base > 0 ? base : ConverterCurrency(valores.Texto("ValorServicos")),
+                  ConverterCurrency(valores.Texto("ValorIss")), ConverterCurrency(valores.Texto("Aliquota")));
+}
+
+void TNFSeGINFES::CarregarA170() {
+  const auto servico = GetNota().Filho<"Servico">();
+  auto item = NovoA170(
+      CarregarItem({.DESCR_ITEM = servico.Texto("Discriminacao"), .COD_LST = servico.Texto("ItemListaServico")}));
+  item->SetVL_ITEM(ConverterCurrency(servico.Texto("Valores/ValorServicos")));
+  item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("CodigoTributacaoMunicipio")));
+  item->SetVL_BC_ISS(ConverterCurrency(servico.Texto("Valores/BaseCalculo")));
+  item->SetVL_ISS(ValorISS());
+  item->SetALIQ_ISS(ConverterCurrency(servico.Texto("Valores/Aliquota")));
+  item->SetAUX1(BuscarSomenteNumeros(GetNota().Texto("NaturezaOperacao")));
+  AdicionarA170(std::move(item));
+}
+
+}  // namespace impnfse
