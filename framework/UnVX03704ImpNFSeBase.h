@@ -27,25 +27,25 @@ inline constexpr std::string_view kCSLL = "1103";
 struct TDadosMunicipio {
   Int64 IDMUNICIPIO = 0;       // 0 when not found
   String CODIGOFEDERAL = "0";  // "0" when not found
-  String UF;                   // the one asked for when not found
+  String UF = {};                   // the one asked for when not found
 };
 
 // What a note tells of one party, as far as the layout has it.
 struct TDadosParte {
   int COD_MUN = 0;  // federal code of the municipality
-  String NOME;
-  String ENDERECO;
-  String NUM;
-  String COMPL;
-  String BAIRRO;
-  String UF;  // empty: the state of COD_MUN
+  String NOME = {};
+  String ENDERECO = {};
+  String NUM = {};
+  String COMPL = {};
+  String BAIRRO = {};
+  String UF = {};  // empty: the state of COD_MUN
   int COD_PAIS = TDadosRegistro0150::kBrasil;
 };
 
 // What a note tells of one service, as an item.
 struct TDadosServico {
-  String DESCR_ITEM;
-  String COD_LST;  // item of the national service list, as written in the note
+  String DESCR_ITEM = {};
+  String COD_LST = {};  // item of the national service list, as written in the note
   String UNID_INV = "UN";
 };
 

@@ -1,17 +1,15 @@
 // The parse of a file into a TDocumentoXML: libxml2's events, without its tree.
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
+#include <exception>
 #include <limits>
-#include <system_error>
 #include <unordered_map>
 
+#include "ArquivoAberto.h"
 #include "VX03704Erros.h"
 #include "XMLDocumento.h"
 
@@ -174,48 +172,38 @@ xmlSAXHandler TLeitorXML::Eventos() {
 }
 
 std::shared_ptr<const TDocumentoXML> TLeitorXML::Ler(const String& caminho) {
-  const auto falhaDeLeitura = [&](int erro) {
-    return EArquivo(
-        fmt::format("Não foi possível ler o arquivo {}: {}.", caminho, std::generic_category().message(erro)));
-  };
-  const auto fechar = [](const int* d) { ::close(*d); };
-  const int descritor = ::open(caminho.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descritor < 0) throw falhaDeLeitura(errno);
-  const std::unique_ptr<const int, decltype(fechar)> guarda(&descritor, fechar);
-  struct stat dados {};
-  if (::fstat(descritor, &dados) != 0) throw falhaDeLeitura(errno);
-  if (!S_ISREG(dados.st_mode)) throw falhaDeLeitura(S_ISDIR(dados.st_mode) ? EISDIR : EINVAL);
+  TArquivoAberto arquivo(caminho);
   // Places in a document are counted in 32 bits.
-  if (dados.st_size > std::numeric_limits<std::int32_t>::max()) throw falhaDeLeitura(EFBIG);
-  FTextos.reserve(static_cast<std::size_t>(dados.st_size) / 4);
+  if (arquivo.Tamanho() > std::numeric_limits<std::int32_t>::max()) arquivo.Falhar(EFBIG);
+  FTextos.reserve(static_cast<std::size_t>(arquivo.Tamanho()) / 4);
 
-  auto sax = Eventos();
+  // No exception may pass through the parser: one of the reading is kept until it has ended.
   struct TOrigem {
-    int Descritor;
-    int Erro;
-  } origem{descritor, 0};
+    TArquivoAberto& Arquivo;
+    std::exception_ptr Falha;
+  } origem{arquivo, nullptr};
   const auto ler = [](void* o, char* bloco, int tamanho) {
     auto* const lida = static_cast<TOrigem*>(o);
-    for (;;) {
-      const auto n = ::read(lida->Descritor, bloco, static_cast<std::size_t>(tamanho));
-      if (n < 0 && errno == EINTR) continue;
-      if (n < 0) lida->Erro = errno;
-      return static_cast<int>(n);
+    try {
+      return static_cast<int>(lida->Arquivo.Ler(bloco, static_cast<std::size_t>(tamanho)));
+    } catch (const EArquivo&) {
+      lida->Falha = std::current_exception();
+      return -1;
     }
   };
   const auto liberar = [](xmlParserCtxtPtr c) {
     if (c->myDoc != nullptr) xmlFreeDoc(c->myDoc);
     xmlFreeParserCtxt(c);
   };
+  auto sax = Eventos();
   const std::unique_ptr<xmlParserCtxt, decltype(liberar)> contexto(
       xmlCreateIOParserCtxt(&sax, nullptr, ler, nullptr, &origem, XML_CHAR_ENCODING_NONE), liberar);
-  if (origem.Erro != 0) throw falhaDeLeitura(origem.Erro);
   if (contexto == nullptr) throw EXML("O arquivo não pôde ser aberto como XML.");
   contexto->_private = this;
   xmlCtxtUseOptions(contexto.get(), XML_PARSE_NONET | XML_PARSE_NOENT);
   xmlParseDocument(contexto.get());
 
-  if (origem.Erro != 0) throw falhaDeLeitura(origem.Erro);
+  if (origem.Falha) std::rethrow_exception(origem.Falha);
   if (FTemEntidadeExterna) throw EXML("O arquivo usa uma entidade externa, que não é lida.");
   if (contexto->wellFormed == 0 || FNos.empty()) {
     const auto* const erro = xmlCtxtGetLastError(contexto.get());

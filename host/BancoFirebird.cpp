@@ -24,7 +24,7 @@ bool EhServidor(const String& conexao) { return conexao.find(':') != conexao.npo
 
 String ParametrosSOCI(const String& conexao) {
   // The embedded engine asks for no password; to a server the client introduces itself.
-  return fmt::format("service='{}' charset=UTF8 decimals_as_strings=1{}", conexao,
+  return fmt::format("service=\"{}\" charset=UTF8 decimals_as_strings=1{}", conexao,
                      EhServidor(conexao) ? "" : " user=SYSDBA");
 }
 

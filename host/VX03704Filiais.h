@@ -11,11 +11,11 @@ namespace impnfse {
 
 // A branch with its settings.
 struct TFilialRegistrada {
-  TDadosFilial Dados;
-  String NOME;
+  TDadosFilial Dados = {};
+  String NOME = {};
   int CasasPrefixoCFOP = 3;   // digits behind the CFOP of a service
   int RemoverCaracteres = 0;  // TCfgCA06_IMPORTACFG::REMOVERCARACTERES
-  String ArquivoMorto;        // archive folder; files stay where they are when it is empty
+  String ArquivoMorto = {};   // archive folder; files stay where they are when it is empty
 };
 
 // All branches, in the order of registration.

@@ -39,10 +39,10 @@ enum TThreadPriority : int { tpNormal = 3 };
 struct TDadosFilial {
   Int64 IDFILIAL = 0;
   Int64 IDEMPRESA = 0;
-  String CODIGOMUNICIPIO;  // federal code; may carry punctuation
-  String UF;
-  String CNPJ;
-  String IE;
+  String CODIGOMUNICIPIO = {};  // federal code; may carry punctuation
+  String UF = {};
+  String CNPJ = {};
+  String IE = {};
 };
 
 // The company's import configuration.
@@ -53,29 +53,29 @@ struct TCfgCA06_IMPORTACFG {
 // The outcome of one statement.
 struct TResultStatus {
   bool Sucesso = true;
-  String Mensagem;
+  String Mensagem = {};
 };
 
 // The outcome of the operations that place a note on a period record.
 struct TBuscarID {
   Int64 ID = 0;
-  String Texto;
+  String Texto = {};
   bool Carregou = false;
 };
 
 // The key of a participant: document number, state registration, municipality (0 matches any).
 struct TDadosPesquisaRegistro0150IOP {
-  String CNPJCPF;
-  String IE;
+  String CNPJCPF = {};
+  String IE = {};
   int COD_MUN = 0;
 };
 
 // The import request; copied whole from the front end to its worker.
 struct TDadosListaImportacaoArquivo {
-  String Arquivo;         // full path of the file
-  String CodigoLeiaute;   // ES02_SERVICOLEIAUTE.CODIGO as text
-  String TipoImportacao;  // kind of document: "NFSE"
-  Int64 IDFILIAL = 0;     // the branch that asks
+  String Arquivo = {};         // full path of the file
+  String CodigoLeiaute = {};   // ES02_SERVICOLEIAUTE.CODIGO as text
+  String TipoImportacao = {};  // kind of document: "NFSE"
+  Int64 IDFILIAL = 0;          // the branch that asks
 };
 
 }  // namespace impnfse

@@ -1,21 +1,17 @@
 #include "VXUtilsTexto.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <iconv.h>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utf8proc.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstring>
 #include <memory>
 #include <system_error>
 
-#include "VX03704Erros.h"
+#include "ArquivoAberto.h"
 
 namespace impnfse {
 namespace {
@@ -175,29 +171,13 @@ String DecodificarTexto(std::string_view bytes) {
 }
 
 String LerArquivo(const String& caminho) {
-  const auto falha = [&](int erro) {
-    return EArquivo(
-        fmt::format("Não foi possível ler o arquivo {}: {}.", caminho, std::generic_category().message(erro)));
-  };
-  const int descritor = ::open(caminho.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descritor < 0) throw falha(errno);
-  struct Fechar {
-    int descritor;
-    ~Fechar() { ::close(descritor); }
-  } const fechar{descritor};
-
-  struct stat dados {};
-  if (::fstat(descritor, &dados) != 0) throw falha(errno);
-  if (!S_ISREG(dados.st_mode)) throw falha(S_ISDIR(dados.st_mode) ? EISDIR : EINVAL);
-
-  String bytes(static_cast<std::size_t>(dados.st_size), '\0');
+  TArquivoAberto arquivo(caminho);
+  String bytes(static_cast<std::size_t>(arquivo.Tamanho()), '\0');
   std::size_t lidos = 0;
   while (lidos < bytes.size()) {
-    const auto n = ::read(descritor, bytes.data() + lidos, bytes.size() - lidos);
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) throw falha(errno);
+    const auto n = arquivo.Ler(bytes.data() + lidos, bytes.size() - lidos);
     if (n == 0) break;
-    lidos += static_cast<std::size_t>(n);
+    lidos += n;
   }
   bytes.resize(lidos);
   return bytes;

@@ -1,0 +1,183 @@
+// importar: runs the module on each file, and reports.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+
+#include "BarraTerminal.h"
+#include "Comandos.h"
+#include "EscritorJSON.h"
+#include "Suite.h"
+#include "UnVX03704ImpNFSe.h"
+
+namespace impnfse::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The files that the arguments stand for; those of a folder by name, hidden ones left out.
+std::vector<String> Arquivos(const std::vector<String>& argumentos) {
+  std::vector<String> arquivos;
+  for (const auto& argumento : argumentos) {
+    std::error_code erro;
+    if (!fs::is_directory(argumento, erro)) {
+      arquivos.push_back(argumento);
+      continue;
+    }
+    std::vector<String> daPasta;
+    for (const auto& entrada : fs::directory_iterator(argumento, erro))
+      if (entrada.is_regular_file(erro) && !entrada.path().filename().string().starts_with('.'))
+        daPasta.push_back(entrada.path().string());
+    if (erro) throw EUso(fmt::format("a pasta {} não pode ser lida ({})", argumento, erro.message()));
+    std::sort(daPasta.begin(), daPasta.end());
+    arquivos.insert(arquivos.end(), daPasta.begin(), daPasta.end());
+  }
+  return arquivos;
+}
+
+Int64 IdDaFilial(TBancoFirebird& banco, const String& cnpj) {
+  const auto filiais = ListarFiliais(banco);
+  if (filiais.empty())
+    throw EUso("nenhuma filial registrada. Registre uma com: impnfse filial BANCO --cnpj N --uf UF --municipio CODIGO");
+  if (cnpj.empty()) return filiais.front().Dados.IDFILIAL;
+  const auto filial = BuscarFilial(banco, NormalizarCNPJ(cnpj));
+  if (!filial) throw EUso(fmt::format("a filial {} não está registrada. Registre-a com: impnfse filial", cnpj));
+  return filial->Dados.IDFILIAL;
+}
+
+// What became of one file.
+struct TResultado {
+  String Arquivo;
+  String Leiaute;
+  TResumoArquivo Resumo;
+  bool TemErros = false;
+  std::vector<String> Erros;
+
+  bool DeuCerto() const { return Resumo.Importou && !TemErros && Resumo.FalhaAoMover.empty(); }
+};
+
+TResultado ImportarArquivo(const String& arquivo, const String& leiaute, Int64 idFilial, TBarraTerminal& barra) {
+  TImpNFSe importacao;
+  importacao.DadosArquivo = {.Arquivo = fs::absolute(arquivo).string(),
+                             .CodigoLeiaute = leiaute,
+                             .TipoImportacao = "NFSE",
+                             .IDFILIAL = idFilial};
+  importacao.BarraProgresso = barra.Display();
+  importacao.OnArquivoCarregado = [](TArquivoImpBase*) {};
+  importacao.Start();
+  importacao.WaitFor();
+  return {.Arquivo = arquivo,
+          .Leiaute = leiaute,
+          .Resumo = importacao.GetResumo(),
+          .TemErros = importacao.GetTemErros(),
+          .Erros = {importacao.GetListaErros().begin(), importacao.GetListaErros().end()}};
+}
+
+nlohmann::ordered_json ComoJSON(const TResultado& r) {
+  auto documentos = nlohmann::ordered_json::array();
+  for (const auto& documento : r.Resumo.Documentos)
+    documentos.push_back({{"tipo", static_cast<int>(documento.Tipo)}, {"numero", documento.Numero}});
+  return {{"arquivo", r.Arquivo},
+          {"leiaute", r.Leiaute},
+          {"classe", r.Resumo.Classe},
+          {"importou", r.Resumo.Importou},
+          {"temErros", r.TemErros},
+          {"erro", r.Resumo.Erro},
+          {"erros", r.Erros},
+          {"documentos", std::move(documentos)},
+          {"destino", r.Resumo.Destino},
+          {"moveu", r.Resumo.Moveu}};
+}
+
+String Contar(std::ptrdiff_t n, std::string_view um, std::string_view varios) {
+  return fmt::format("{} {}", n, n == 1 ? um : varios);
+}
+
+// Why a file that can't be read at all can't: the importer only knows that it has no structure.
+String FalhaDeLeitura(const String& arquivo) {
+  try {
+    return LerArquivo(arquivo).empty() ? "O arquivo está vazio." : "";
+  } catch (const EArquivo& falha) {
+    return falha.what();
+  }
+}
+
+// The readable report of one file. A line that stands twice in the list is shown once.
+void Relatar(const TResultado& r) {
+  const auto& documentos = r.Resumo.Documentos;
+  const auto emitidos =
+      std::count_if(documentos.begin(), documentos.end(), [](const auto& d) { return d.Tipo == tpeEmitente; });
+  const auto total = static_cast<std::ptrdiff_t>(documentos.size());
+  fmt::print("{} {}\n", r.DeuCerto() ? "✓" : total > 0 ? "!" : "✗", r.Arquivo);
+  if (total > 0)
+    fmt::print("    {}: {}, {}\n", Contar(total, "documento", "documentos"),
+               Contar(emitidos, "de saída (emitente)", "de saída (emitente)"),
+               Contar(total - emitidos, "de entrada (tomador)", "de entrada (tomador)"));
+  else
+    fmt::print("    nenhum documento\n");
+
+  std::vector<String> linhas;
+  if (!r.DeuCerto() && total == 0) linhas.push_back(FalhaDeLeitura(r.Arquivo));
+  linhas.insert(linhas.end(), r.Erros.begin(), r.Erros.end());
+  linhas.push_back(r.Resumo.FalhaAoMover);
+  if (!r.DeuCerto() && std::all_of(linhas.begin(), linhas.end(), [](const String& l) { return l.empty(); }))
+    linhas.push_back(fmt::format("Nenhuma nota do leiaute {} foi encontrada no arquivo.", r.Leiaute));
+  for (auto linha = linhas.begin(); linha != linhas.end(); ++linha)
+    if (!linha->empty() && std::find(linhas.begin(), linha, *linha) == linha) fmt::print("    {}\n", *linha);
+
+  if (r.Resumo.Moveu)
+    fmt::print("    arquivado em {}\n", r.Resumo.Destino);
+  else if (total > 0 && r.Resumo.FalhaAoMover.empty())
+    fmt::print("    o arquivo ficou onde estava: a filial não tem arquivo morto\n");
+}
+
+void Resumir(const std::vector<TResultado>& resultados) {
+  const auto certos = std::count_if(resultados.begin(), resultados.end(), [](const auto& r) { return r.DeuCerto(); });
+  std::size_t documentos = 0;
+  for (const auto& r : resultados) documentos += r.Resumo.Documentos.size();
+  const auto total = static_cast<std::ptrdiff_t>(resultados.size());
+  fmt::print("\n{}: {}, {}. {}.\n", Contar(total, "arquivo", "arquivos"), Contar(certos, "carregado", "carregados"),
+             Contar(total - certos, "não carregado ou com erros", "não carregados ou com erros"),
+             Contar(static_cast<std::ptrdiff_t>(documentos), "documento", "documentos"));
+}
+
+}  // namespace
+
+int Importar(const String& banco, const TOpcoesImportar& opcoes) {
+  if (opcoes.Leiaute.empty())
+    throw EUso(fmt::format("falta o leiaute. Informe-o com --leiaute CODIGO (veja: impnfse leiautes {})", banco));
+  const auto arquivos = Arquivos(opcoes.Arquivos);
+
+  TBarraTerminal barra;
+  TSuite suite(banco, {.Mostrar = [&](const String& texto) {
+                 barra.Apagar();
+                 fmt::print(stderr, "impnfse: {}\n", texto);
+               }});
+  Application->SetAoProcessarMensagens([&] { barra.Atualizar(); });
+  const auto idFilial = IdDaFilial(suite.Banco(), opcoes.Filial);
+
+  std::vector<TResultado> resultados;
+  for (std::size_t i = 0; i < arquivos.size(); ++i) {
+    barra.IniciarArquivo(arquivos[i], i, arquivos.size());
+    resultados.push_back(ImportarArquivo(arquivos[i], opcoes.Leiaute, idFilial, barra));
+    barra.Apagar();
+    if (!opcoes.JSON) Relatar(resultados.back());
+  }
+
+  if (opcoes.JSON) {
+    auto lista = nlohmann::ordered_json::array();
+    for (const auto& resultado : resultados) {
+      lista.push_back(ComoJSON(resultado));
+      if (!resultado.Resumo.FalhaAoMover.empty())
+        fmt::print(stderr, "impnfse: {}: {}\n", resultado.Arquivo, resultado.Resumo.FalhaAoMover);
+    }
+    fmt::print("{}\n", TextoJSON(lista, 2));
+  } else if (resultados.size() != 1) {
+    Resumir(resultados);
+  }
+  return std::all_of(resultados.begin(), resultados.end(), [](const auto& r) { return r.DeuCerto(); }) ? 0 : 1;
+}
+
+}  // namespace impnfse::app

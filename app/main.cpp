@@ -1,0 +1,141 @@
+// impnfse: the program that stands where the suite's screens stood.
+#include <fmt/format.h>
+#include <CLI/CLI.hpp>
+
+#include <clocale>
+#include <iostream>
+
+#include "Comandos.h"
+#include "VX03704Erros.h"
+
+namespace {
+
+using namespace impnfse;
+using namespace impnfse::app;
+
+constexpr int kNaoComecou = 2;
+
+void EmPortugues(CLI::App& app) {
+  app.set_help_flag("-h,--help", "Mostra esta ajuda e termina");
+  auto formatador = std::make_shared<CLI::Formatter>();
+  for (const auto& [chave, texto] : {std::pair{"Usage", "Uso"},
+                                     {"Options", "Opções"},
+                                     {"OPTIONS", "OPÇÕES"},
+                                     {"Positionals", "Argumentos"},
+                                     {"Subcommands", "Comandos"},
+                                     {"SUBCOMMAND", "COMANDO"},
+                                     {"SUBCOMMANDS", "COMANDOS"},
+                                     {"REQUIRED", "(obrigatório)"},
+                                     {"TEXT", "TEXTO"},
+                                     {"INT", "N"}})
+    formatador->label(chave, texto);
+  formatador->column_width(36);
+  app.formatter(formatador);
+  app.option_defaults()->group("Opções");
+}
+
+// What CLI11 found wrong, in one Portuguese line.
+String TextoDoErro(const CLI::ParseError& erro) {
+  const String original = erro.what();
+  const auto depoisDe = [&](std::string_view marca) {
+    const auto posicao = original.find(marca);
+    return posicao == original.npos ? original : original.substr(posicao + marca.size());
+  };
+  if (dynamic_cast<const CLI::RequiredError*>(&erro) != nullptr) {
+    const auto nome = original.substr(0, original.find(" is required"));
+    return nome == "A subcommand" ? String("falta o comando") : "falta " + nome;
+  }
+  if (dynamic_cast<const CLI::ExtrasError*>(&erro) != nullptr)
+    return "argumento desconhecido: " + depoisDe("not expected: ");
+  if (dynamic_cast<const CLI::ConversionError*>(&erro) != nullptr)
+    return "valor inválido em " + depoisDe("Could not convert: ");
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&erro) != nullptr)
+    return "número errado de valores em " + original.substr(0, original.find(':'));
+  return original;
+}
+
+struct TLinhaDeComando {
+  CLI::App App{"impnfse: notas fiscais de serviço (NFS-e) de arquivos para os registros fiscais", "impnfse"};
+  int Saida = 0;
+  String Banco;
+  String ArquivoCSV;
+  bool Substituir = false;
+  bool JSON = false;
+  TOpcoesFilial OpcoesFilial;
+  TOpcoesImportar OpcoesImportar;
+  TOpcoesRegistros OpcoesRegistros;
+
+  TLinhaDeComando() {
+    EmPortugues(App);
+    App.require_subcommand(1);
+    App.footer(
+        "BANCO é o caminho de um banco Firebird (um arquivo, sem servidor), ou servidor:caminho.\n"
+        "Saída: 0 feito; 1 algum arquivo não foi carregado ou tem erros; 2 uso incorreto ou banco que não abre.");
+
+    auto* criar = Comando("criar", "Cria o banco: esquema, municípios e leiautes", [&] { return Criar(Banco); });
+    criar->footer("O banco não pode existir ainda.");
+
+    auto* filial = Comando("filial", "Registra ou atualiza uma filial", [&] { return Filial(Banco, OpcoesFilial); });
+    filial->add_option("--cnpj", OpcoesFilial.CNPJ, "CNPJ da filial")->required();
+    filial->add_option("--uf", OpcoesFilial.UF, "Estado (SC, SP, ...)")->required();
+    filial->add_option("--municipio", OpcoesFilial.Municipio, "Código do município no IBGE")->required();
+    filial->add_option("--ie", OpcoesFilial.IE, "Inscrição estadual");
+    filial->add_option("--nome", OpcoesFilial.Nome, "Nome da filial");
+    filial->add_option("--empresa", OpcoesFilial.Empresa, "Número da empresa (1)");
+    filial->add_option("--casas-cfop", OpcoesFilial.CasasCFOP, "Casas depois do CFOP do serviço (3)")
+        ->check(CLI::Range(0, 20).description(""));
+    filial->add_option("--remover-caracteres", OpcoesFilial.RemoverCaracteres,
+                       "Caracteres removidos das descrições: soma de bits; 1 tira os especiais (0)");
+    filial->add_option("--arquivo-morto", OpcoesFilial.ArquivoMorto,
+                       "Pasta para onde vão os arquivos importados; sem ela ficam onde estão");
+
+    auto* municipios = Comando("municipios", "Carrega a tabela de municípios de um CSV",
+                               [&] { return Municipios(Banco, ArquivoCSV, Substituir); });
+    municipios->add_option("ARQUIVO", ArquivoCSV, "CSV com NOME;UF;CODIGOFEDERAL;CODSRF;CEPGERAL;CEPFINAL")->required();
+    municipios->add_flag("--substituir", Substituir, "Esvazia a tabela antes");
+
+    auto* leiautes = Comando("leiautes", "Lista os leiautes", [&] { return Leiautes(Banco, JSON); });
+    leiautes->add_flag("--json", JSON, "Saída em JSON");
+
+    auto* importar = Comando("importar", "Importa arquivos de notas", [&] { return Importar(Banco, OpcoesImportar); });
+    importar->add_option("ARQUIVO", OpcoesImportar.Arquivos, "Arquivos, ou pastas com os arquivos")->required();
+    importar->add_option("--leiaute", OpcoesImportar.Leiaute, "Código do leiaute (veja: impnfse leiautes)");
+    importar->add_option("--filial", OpcoesImportar.Filial, "CNPJ da filial que importa (a primeira registrada)");
+    importar->add_flag("--json", OpcoesImportar.JSON, "Saída em JSON");
+
+    auto* registros =
+        Comando("registros", "Mostra os registros gravados", [&] { return Registros(Banco, OpcoesRegistros); });
+    registros->add_option("--filial", OpcoesRegistros.Filial, "Só os da filial com este CNPJ");
+    registros->add_option("--de", OpcoesRegistros.De, "Só documentos desde esta data (AAAA-MM-DD)");
+    registros->add_option("--ate", OpcoesRegistros.Ate, "Só documentos até esta data (AAAA-MM-DD)");
+    registros->add_flag("--json", OpcoesRegistros.JSON, "Saída em JSON");
+  }
+
+ private:
+  CLI::App* Comando(const char* nome, const char* descricao, std::function<int()> acao) {
+    auto* comando = App.add_subcommand(nome, descricao);
+    EmPortugues(*comando);
+    comando->add_option("BANCO", Banco, "O banco de dados")->required();
+    comando->callback([this, acao = std::move(acao)] { Saida = acao(); });
+    return comando;
+  }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  TLinhaDeComando linha;
+  try {
+    linha.App.parse(argc, argv);
+    return linha.Saida;
+  } catch (const CLI::Success& ajuda) {
+    return linha.App.exit(ajuda);
+  } catch (const CLI::ParseError& erro) {
+    const auto escolhidos = linha.App.get_subcommands();
+    fmt::print(stderr, "impnfse: {}. Veja: impnfse {}--help\n", TextoDoErro(erro),
+               escolhidos.empty() ? "" : escolhidos.front()->get_name() + " ");
+  } catch (const std::exception& erro) {
+    fmt::print(stderr, "impnfse: {}\n", erro.what());
+  }
+  return kNaoComecou;
+}
