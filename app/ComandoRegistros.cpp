@@ -119,7 +119,7 @@ void EscreverTabela(TLeitorRegistros& leitor, TBancoFirebird& banco) {
   for (const auto& filial : ListarFiliais(banco))
     filiais[filial.Dados.IDFILIAL] = FormatarCNPJ(filial.Dados.CNPJ) + (filial.NOME.empty() ? "" : " " + filial.NOME);
   std::map<Int64, String> periodos;
-  std::map<String, String> participantes;
+  std::map<String, String> participantes = {{"0", "(não identificado)"}};
   std::map<Int64, String> itens;
 
   fmt::print("PERÍODOS (0000)\n");

@@ -16,7 +16,8 @@ using namespace impnfse::app;
 constexpr int kNaoComecou = 2;
 
 void EmPortugues(CLI::App& app) {
-  app.set_help_flag("-h,--help", "Mostra esta ajuda e termina");
+  app.option_defaults()->group("Opções");
+  app.set_help_flag("-h,--help", "Mostra esta ajuda e termina")->group("Opções");
   auto formatador = std::make_shared<CLI::Formatter>();
   for (const auto& [chave, texto] : {std::pair{"Usage", "Uso"},
                                      {"Options", "Opções"},
@@ -31,7 +32,6 @@ void EmPortugues(CLI::App& app) {
     formatador->label(chave, texto);
   formatador->column_width(36);
   app.formatter(formatador);
-  app.option_defaults()->group("Opções");
 }
 
 // What CLI11 found wrong, in one Portuguese line.
@@ -114,6 +114,7 @@ struct TLinhaDeComando {
  private:
   CLI::App* Comando(const char* nome, const char* descricao, std::function<int()> acao) {
     auto* comando = App.add_subcommand(nome, descricao);
+    comando->group("Comandos");
     EmPortugues(*comando);
     comando->add_option("BANCO", Banco, "O banco de dados")->required();
     comando->callback([this, acao = std::move(acao)] { Saida = acao(); });

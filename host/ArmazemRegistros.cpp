@@ -102,6 +102,8 @@ void TArmazemRegistros::IniciarExecucao(Int64 idEmpresa) {
 void TArmazemRegistros::Confirmar() {
   try {
     if (FFalha) throw EBanco(*FFalha);
+    // A prepared insertion of a BLOB doesn't outlive its transaction.
+    FInstrucoes.reset();
     FBanco.Confirmar();
   } catch (const EBanco&) {
     Desfazer();
