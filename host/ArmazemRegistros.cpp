@@ -135,7 +135,7 @@ void TArmazemRegistros::EsquecerExecucao() {
 }
 
 TArmazemRegistros::TInstrucoes& TArmazemRegistros::Instrucoes() {
-  if (FInstrucoes == nullptr) FInstrucoes = std::make_unique<TInstrucoes>(FBanco.Sessao());
+  if (FInstrucoes == nullptr) Proteger([&] { FInstrucoes = std::make_unique<TInstrucoes>(FBanco.Sessao()); });
   return *FInstrucoes;
 }
 
@@ -305,14 +305,13 @@ Int64 TArmazemRegistros::IdDoParticipante(const TDadosRegistroA100& documento) c
 
 Int64 TArmazemRegistros::BuscarItem(const String& descricaoArmazenada) {
   const auto [posicao, novo] = FItens.try_emplace(BuscarInstanciaFuncoes()->GerarHash(descricaoArmazenada), 0);
-  if (!novo) return posicao->second;
-  return Proteger([&] {
-    auto& i = Instrucoes();
-    i.Empresa = FEmpresa;
-    i.Hash = posicao->first;
-    if (i.ItemPorHash.execute(true)) posicao->second = i.IdItem;
-    return posicao->second;
-  });
+  auto& [hash, id] = *posicao;
+  if (!novo) return id;
+  auto& item = Instrucoes();
+  item.Empresa = FEmpresa;
+  item.Hash = hash;
+  if (Proteger([&] { return item.ItemPorHash.execute(true); })) id = item.IdItem;
+  return id;
 }
 
 Int64 TArmazemRegistros::BuscarPeriodo(const TDadosFilial& filial, TDateTime data) {

@@ -43,10 +43,7 @@ String TextoDoErro(const soci::soci_error& erro, const String& conexao) {
         conexao);
   if (status.Tem({isc_network_error, isc_net_connect_err, isc_net_connect_listen_err, isc_net_read_err,
                   isc_net_write_err, isc_lost_db_connection, isc_att_shutdown, isc_shutdown}))
-    return fmt::format(
-        "O servidor do banco {} não responde. Confira se ele está no ar e importe de novo o que não foi "
-        "carregado.",
-        conexao);
+    return fmt::format("O servidor do banco {} não responde. Confira se ele está no ar e tente de novo.", conexao);
   if (status.Tem({isc_login}))
     return fmt::format("O servidor recusou o acesso ao banco {}. Informe usuário e senha em ISC_USER e ISC_PASSWORD.",
                        conexao);
