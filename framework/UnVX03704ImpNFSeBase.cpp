@@ -111,13 +111,13 @@ void TNFSeBase::AvancarProgresso() {
 // The file's destination
 // ---------------------------------------------------------------------------------------------
 
-const String& TNFSeBase::BuscarDiretorioDestinoDaNFSe() {
-  return FDiretorioDestino = BuscarDiretorioDestinoArquivo("NFSe");
+const String& TNFSeBase::BuscarDiretorioDestinoArquivo() {
+  return DiretorioDestino = BuscarDiretorioDestinoArquivo("NFSe");
 }
 
 bool TNFSeBase::MoveuArquivo() {
   TMoverArquivoIOP mover;
-  mover.SetArquivoDestino(ArmazenouDocumento() ? FDiretorioDestino : String());
+  mover.SetArquivoDestino(ArmazenouDocumento() ? DiretorioDestino : String());
   mover.SetArquivoOrigem(GetArquivo());
   const bool moveu = mover.MoveuArquivo();
   Resumo().Moveu = moveu;
@@ -130,11 +130,11 @@ bool TNFSeBase::MoveuArquivo() {
 // -------------------------------------------------------------------------------------------------------
 
 TDadosRegistroA100* TNFSeBase::GetDadosA100() {
-  if (FDadosA100 == nullptr) {
-    FDadosA100 = std::make_unique<TDadosRegistroA100>();
-    FDadosA100->SetIDREG0000(GetIDREG0000());
+  if (DadosA100 == nullptr) {
+    DadosA100 = std::make_unique<TDadosRegistroA100>();
+    DadosA100->SetIDREG0000(GetIDREG0000());
   }
-  return FDadosA100.get();
+  return DadosA100.get();
 }
 
 void TNFSeBase::IniciarA100() {
@@ -147,7 +147,7 @@ void TNFSeBase::CarregarIdentificacaoA100() {
   a100.SetIDREGA100(BuscarID("A100", true).ID);
   a100.SetTPIMPORTACAO(teaDocumentoEletronico);
   a100.SetCAMINHOARQORIG(GetArquivo());
-  a100.SetCAMINHOARQDEST(BuscarDiretorioDestinoDaNFSe());
+  a100.SetCAMINHOARQDEST(BuscarDiretorioDestinoArquivo());
   a100.SetIND_OPER(GetOrigem());
   a100.SetIND_EMIT(GetEmissao());
   a100.SetCOD_PART(std::to_string(IDParticipante));

@@ -27,7 +27,7 @@ inline constexpr std::string_view kCSLL = "1103";
 struct TDadosMunicipio {
   Int64 IDMUNICIPIO = 0;       // 0 when not found
   String CODIGOFEDERAL = "0";  // "0" when not found
-  String UF = {};                   // the one asked for when not found
+  String UF = {};              // the one asked for when not found
 };
 
 // What a note tells of one party, as far as the layout has it.
@@ -121,8 +121,12 @@ class TNFSeBase : public TImpDocEletBase {
   // The document being built; made, under the period in force, when there is none.
   TDadosRegistroA100* GetDadosA100();
   // Drops the document being built, if there is one.
-  void DestroyA100() { FDadosA100.reset(); }
+  void DestroyA100() { DadosA100.reset(); }
   TDadosEmpresaImportacao* GetDadosEmpresaImportacao() { return BuscarInstanciaEmpresaImportacao(); }
+
+  // The file's path in the archive, under "NFSe"; kept for MoveuArquivo.
+  using TImpDocEletBase::BuscarDiretorioDestinoArquivo;
+  const String& BuscarDiretorioDestinoArquivo();
 
   // Begins a document: nothing of an earlier one is left, and no participant is known.
   void IniciarA100();
@@ -181,15 +185,13 @@ class TNFSeBase : public TImpDocEletBase {
  private:
   // Remembers the layout for the current branch.
   void GravarCodigoLeiauteNFSe();
-  // The destination of the file, kept for MoveuArquivo.
-  const String& BuscarDiretorioDestinoDaNFSe();
   void TratarErroEstrutura();
   void IniciarProgresso(std::size_t quantidade);
   void MostrarProgresso(std::size_t indice, std::size_t quantidade);
   void AvancarProgresso();
 
-  std::unique_ptr<TDadosRegistroA100> FDadosA100;
-  String FDiretorioDestino;
+  std::unique_ptr<TDadosRegistroA100> DadosA100;
+  String DiretorioDestino;
   String FLeiauteGravado;  // the statement that remembered the layout last
 };
 

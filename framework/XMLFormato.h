@@ -266,4 +266,12 @@ std::optional<Elemento> Load(const String& caminho, const TRaiz& raiz) {
   return Elemento(std::move(documento), no);
 }
 
+// The same for the formats in which another root is an error: raises EXML.
+template <class Elemento>
+Elemento LoadSemGuarda(const String& caminho, const TRaiz& raiz) {
+  auto elemento = Load<Elemento>(caminho, raiz);
+  if (!elemento) throw EXML("O elemento raiz não é " + String(raiz.Tag) + ".");
+  return *std::move(elemento);
+}
+
 }  // namespace impnfse

@@ -50,9 +50,44 @@ std::unique_ptr<TNFSeBase> Criar() {
   return std::make_unique<Importador>(false);
 }
 
-// Every importer has its row here, under the id that the rules above give; an id without a row is an unknown code.
+// An importer that isn't written yet: its id is an unknown code.
+constexpr std::unique_ptr<TNFSeBase> (*kAindaNao)() = nullptr;
+
+// The family, under the ids that the rules above give. No rule gives 3 and 23.
 constexpr std::array kImportadores = {
+    TImportadorNFSe{1, "TNFSeAbrasf", kAindaNao},
+    TImportadorNFSe{2, "TNFSeJoinville", kAindaNao, TVariacaoNFSe::Nenhuma, &TImpNFSe::NotaJoinvilleEhServicoPrestado},
+    TImportadorNFSe{2, "TNFSeJoinvilleServicosTomados", kAindaNao},
+    TImportadorNFSe{4, "TNFSeFacility", kAindaNao},
+    TImportadorNFSe{5, "TNFSeINFISC", kAindaNao},
+    TImportadorNFSe{6, "TNFSeCampoGrande", kAindaNao},
+    TImportadorNFSe{7, "TNFSeGEFisco", kAindaNao, TVariacaoNFSe::ComRetorno},
     TImportadorNFSe{8, "TNFSeGINFES", Criar<TNFSeGINFES>},
+    TImportadorNFSe{9, "TNFSePrefeituraModerna", kAindaNao},
+    TImportadorNFSe{10, "TNFSeDigifred", kAindaNao},
+    TImportadorNFSe{11, "TNFSeAgili", kAindaNao},
+    TImportadorNFSe{12, "TNFSeProdataInformatica", kAindaNao},
+    TImportadorNFSe{13, "TNFSeEquiplanoSistemas", kAindaNao},
+    TImportadorNFSe{14, "TNFSePaliariEngenhariaSoftware", kAindaNao},
+    TImportadorNFSe{15, "TNFSeNFSeThemaISSQNEletronico", kAindaNao},
+    TImportadorNFSe{16, "TNFSeSIGCORP", kAindaNao},
+    TImportadorNFSe{17, "TNFSeTecnosistemas", kAindaNao},
+    TImportadorNFSe{18, "TNFSeBetha202", kAindaNao, TVariacaoNFSe::SemErroNaLista},
+    TImportadorNFSe{19, "TNFSeBlumenau", kAindaNao, TVariacaoNFSe::SemErroNaLista},
+    TImportadorNFSe{20, "TNFSeAgili_v100", kAindaNao},
+    TImportadorNFSe{21, "TNFSeSoftplan", kAindaNao},
+    TImportadorNFSe{22, "TNFSeDBSeller", kAindaNao},
+    TImportadorNFSe{24, "TNFSePronim", kAindaNao},
+    TImportadorNFSe{25, "TNFSeSystemSolucoesSistemasInformacoes", kAindaNao},
+    TImportadorNFSe{26, "TNFSeABASESistemas", kAindaNao},
+    TImportadorNFSe{27, "TNFSeIPM", kAindaNao},
+    TImportadorNFSe{28, "TNFSeAbrasf_v203", kAindaNao},
+    TImportadorNFSe{29, "TNFSeGrupoAssessor", kAindaNao},
+    TImportadorNFSe{30, "TNFSeSoftplan022018", kAindaNao},
+    TImportadorNFSe{31, "TNFSeSEMFAZOnline", kAindaNao},
+    TImportadorNFSe{32, "TNFSeTecnosistemasCFSe", kAindaNao},
+    TImportadorNFSe{33, "TNFSeELOTECH", kAindaNao},
+    TImportadorNFSe{34, "TNFSeRLZInformatica", kAindaNao},
 };
 
 }  // namespace
@@ -67,7 +102,7 @@ std::vector<const TImportadorNFSe*> ImportadoresDoLeiaute(std::string_view codig
     if (regra.Codigo != codigo) continue;
     for (const auto id : {regra.Id, regra.IdSeVale})
       for (const auto& importador : kImportadores)
-        if (id != 0 && importador.Id == id) achados.push_back(&importador);
+        if (importador.Id == id && importador.Criar != nullptr) achados.push_back(&importador);
   }
   return achados;
 }

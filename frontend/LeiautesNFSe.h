@@ -31,13 +31,13 @@ enum class TVariacaoNFSe {
 
 struct TImportadorNFSe {
   int Id;
-  std::string_view Classe;  // the text given to InicializarDados, and the name of the class
-  std::unique_ptr<TNFSeBase> (*Criar)();
+  std::string_view Classe;                // the text given to InicializarDados, and the name of the class
+  std::unique_ptr<TNFSeBase> (*Criar)();  // null: not written yet
   TVariacaoNFSe Variacao = TVariacaoNFSe::Nenhuma;
   // Where one id has two importers: whether the file is this one's. The first whose test holds reads it.
   bool (TImpNFSe::*Teste)() const = nullptr;
 };
-// The importers, by id.
+// The family of importers, by id.
 std::span<const TImportadorNFSe> ImportadoresNFSe();
 
 // The importers that a code can lead to, in the order of the tables: what an operator sees beside a layout.

@@ -70,6 +70,33 @@ struct TDadosPesquisaRegistro0150IOP {
   int COD_MUN = 0;
 };
 
+// The other party of a note, as the text layouts read it.
+struct TPessoa {
+  String Bairro = {};
+  String CNPJCPF = {};
+  String Complemento = {};
+  String CEP = {};
+  String Endereco = {};
+  String IE = {};
+  String Municipio = {};
+  String Numero = {};
+  String Nome = {};
+  String TipoPessoa = {};  // "J" or "F"
+  String UF = {};
+};
+
+// A service line, as the text layouts read it.
+struct TProduto {
+  int NumeroItem = 0;
+  String CodigoAtividade = {};
+  String Unidade = {};
+  String Descricao = {};
+  Currency BaseCalculo;
+  Currency Aliquota;  // percent
+  Currency ValorISS;
+  Currency ValorItem;
+};
+
 // The import request; copied whole from the front end to its worker.
 struct TDadosListaImportacaoArquivo {
   String Arquivo = {};         // full path of the file

@@ -33,7 +33,7 @@ void TNFSeGINFES::CarregarNFSe() {
     const auto raiz = LoadNFSE(GetArquivo());
     if (!raiz) return;
     PercorrerNotas(raiz->Itens<"Nfse">(), [&](const IXMLNfseGINFES& nota) {
-      FNota = nota;
+      Nota = nota;
       CarregarDosDoisLados(GetNota().Texto("IdentificacaoNfse/Numero"), [&] { CarregarA100(); });
     });
   });
@@ -90,10 +90,14 @@ void TNFSeGINFES::CarregarA17R() {
                   ConverterCurrency(valores.Texto("ValorIss")), ConverterCurrency(valores.Texto("Aliquota")));
 }
 
+Int64 TNFSeGINFES::Carregar0200() {
+  return CarregarItem(
+      {.DESCR_ITEM = GetNota().Texto("Servico/Discriminacao"), .COD_LST = GetNota().Texto("Servico/ItemListaServico")});
+}
+
 void TNFSeGINFES::CarregarA170() {
   const auto servico = GetNota().Filho<"Servico">();
-  auto item = NovoA170(
-      CarregarItem({.DESCR_ITEM = servico.Texto("Discriminacao"), .COD_LST = servico.Texto("ItemListaServico")}));
+  auto item = NovoA170(Carregar0200());
   item->SetVL_ITEM(ConverterCurrency(servico.Texto("Valores/ValorServicos")));
   item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("CodigoTributacaoMunicipio")));
   item->SetVL_BC_ISS(ConverterCurrency(servico.Texto("Valores/BaseCalculo")));

@@ -19,18 +19,19 @@ class TNFSeGINFES final : public TNFSeBase {
   TDateTime GetData() override;
 
  private:
-  const IXMLNfseGINFES& GetNota() const { return FNota; }
+  const IXMLNfseGINFES& GetNota() const { return Nota; }
 
   void CarregarNFSe();
   void CarregarA100();
   void Carregar0150();
+  Int64 Carregar0200();
   void CarregarA17R();
   void CarregarA170();
 
   bool DocumentoTemISSRetido() const;
   Currency ValorISS() const;
 
-  IXMLNfseGINFES FNota;
+  IXMLNfseGINFES Nota;
 };
 
 }  // namespace impnfse
