@@ -146,8 +146,9 @@ void TNFSeBase::CarregarIdentificacaoA100() {
   auto& a100 = *GetDadosA100();
   a100.SetIDREGA100(BuscarID("A100", true).ID);
   a100.SetTPIMPORTACAO(teaDocumentoEletronico);
-  a100.SetCAMINHOARQORIG(GetArquivo());
-  a100.SetCAMINHOARQDEST(BuscarDiretorioDestinoArquivo());
+  // A file name may be in an older encoding than the system's; a register's text is UTF-8.
+  a100.SetCAMINHOARQORIG(DecodificarTexto(GetArquivo()));
+  a100.SetCAMINHOARQDEST(DecodificarTexto(BuscarDiretorioDestinoArquivo()));
   a100.SetIND_OPER(GetOrigem());
   a100.SetIND_EMIT(GetEmissao());
   a100.SetCOD_PART(std::to_string(IDParticipante));

@@ -16,6 +16,8 @@
 namespace impnfse {
 namespace {
 
+constexpr std::int64_t kFolgaDeTexto = 1 << 20;
+
 std::string_view Vista(const xmlChar* texto) {
   return texto == nullptr ? std::string_view() : reinterpret_cast<const char*>(texto);
 }
@@ -40,6 +42,16 @@ class TLeitorXML {
   std::shared_ptr<const TDocumentoXML> Ler(const String& caminho);
 
  private:
+  static void Recusar(void* contexto, const char* motivo) {
+    De(contexto).FRecusa = motivo;
+    xmlStopParser(static_cast<xmlParserCtxtPtr>(contexto));
+  }
+  // Counts text that the parser has handed over. Comes last in an event: refusing frees what the parser read into.
+  static void Contar(void* contexto, std::size_t tamanho) {
+    auto& resta = De(contexto).FRestaDeTexto;
+    resta -= static_cast<std::int64_t>(tamanho);
+    if (resta < 0) Recusar(contexto, "As entidades do arquivo se expandem além do limite.");
+  }
   static TLeitorXML& De(void* contexto) {
     return *static_cast<TLeitorXML*>(static_cast<xmlParserCtxtPtr>(contexto)->_private);
   }
@@ -63,7 +75,10 @@ class TLeitorXML {
   std::vector<String> FNomes;
   std::unordered_map<TNomeQualificado, std::uint32_t, TDispersao> FNumeros;
   std::vector<TAberto> FAbertos;
-  bool FTemEntidadeExterna = false;
+  // What the entities may add up to: texts can't be much longer than the file, whatever its encoding, unless entities
+  // expand to them again and again.
+  std::int64_t FRestaDeTexto = 0;
+  const char* FRecusa = nullptr;  // why the document was refused, when the parser itself would have gone on
 };
 
 std::uint32_t TLeitorXML::NumeroDoNome(TNomeQualificado nome) {
@@ -121,8 +136,7 @@ xmlEntityPtr TLeitorXML::SoInterna(void* contexto, xmlEntityPtr entidade) {
   if (entidade == nullptr || entidade->etype == XML_INTERNAL_GENERAL_ENTITY ||
       entidade->etype == XML_INTERNAL_PARAMETER_ENTITY || entidade->etype == XML_INTERNAL_PREDEFINED_ENTITY)
     return entidade;
-  De(contexto).FTemEntidadeExterna = true;
-  xmlStopParser(static_cast<xmlParserCtxtPtr>(contexto));
+  Recusar(contexto, "O arquivo usa uma entidade externa, que não é lida.");
   return nullptr;
 }
 
@@ -140,17 +154,21 @@ xmlSAXHandler TLeitorXML::Eventos() {
       const auto nome = declarado == nullptr ? TNomeQualificado{nullptr, kXmlns} : TNomeQualificado{kXmlns, declarado};
       leitor.AcrescentarAtributo(nome, Vista(namespaces[2 * i + 1]));
     }
+    std::size_t total = 0;
     for (int i = 0; i < atributos; ++i) {
       const auto* const* const a = valores + 5 * i;  // local part, prefix, URI, beginning and end of the value
-      const auto* const inicio = reinterpret_cast<const char*>(a[3]);
-      leitor.AcrescentarAtributo({a[1], a[0]}, {inicio, reinterpret_cast<const char*>(a[4])});
+      const std::string_view valor(reinterpret_cast<const char*>(a[3]), static_cast<std::size_t>(a[4] - a[3]));
+      leitor.AcrescentarAtributo({a[1], a[0]}, valor);
+      total += valor.size();
     }
+    Contar(contexto, total);
   };
   sax.endElementNs = [](void* contexto, const xmlChar*, const xmlChar*, const xmlChar*) {
     De(contexto).FecharElemento();
   };
   sax.characters = [](void* contexto, const xmlChar* texto, int tamanho) {
     De(contexto).AcrescentarTexto({reinterpret_cast<const char*>(texto), static_cast<std::size_t>(tamanho)});
+    Contar(contexto, static_cast<std::size_t>(tamanho));
   };
   sax.ignorableWhitespace = sax.characters;
   sax.cdataBlock = sax.characters;
@@ -175,6 +193,7 @@ std::shared_ptr<const TDocumentoXML> TLeitorXML::Ler(const String& caminho) {
   TArquivoAberto arquivo(caminho);
   // Places in a document are counted in 32 bits.
   if (arquivo.Tamanho() > std::numeric_limits<std::int32_t>::max()) arquivo.Falhar(EFBIG);
+  FRestaDeTexto = 4 * arquivo.Tamanho() + kFolgaDeTexto;
   FTextos.reserve(static_cast<std::size_t>(arquivo.Tamanho()) / 4);
 
   // No exception may pass through the parser: one of the reading is kept until it has ended.
@@ -204,7 +223,7 @@ std::shared_ptr<const TDocumentoXML> TLeitorXML::Ler(const String& caminho) {
   xmlParseDocument(contexto.get());
 
   if (origem.Falha) std::rethrow_exception(origem.Falha);
-  if (FTemEntidadeExterna) throw EXML("O arquivo usa uma entidade externa, que não é lida.");
+  if (FRecusa != nullptr) throw EXML(FRecusa);
   if (contexto->wellFormed == 0 || FNos.empty()) {
     const auto* const erro = xmlCtxtGetLastError(contexto.get());
     throw EXML(fmt::format("XML malformado na linha {}.", erro == nullptr ? 1 : erro->line));

@@ -1,6 +1,7 @@
 #include "UnVX03704ImpNFSe.h"
 
 #include <algorithm>
+#include <exception>
 
 #include "VXUtilsLista.h"
 
@@ -21,19 +22,6 @@ bool TemAlgum(const String& texto, std::initializer_list<std::string_view> agulh
   return std::any_of(agulhas.begin(), agulhas.end(),
                      [&](std::string_view agulha) { return texto.find(agulha) != texto.npos; });
 }
-
-// Runs `acao` when it goes, also by an exception.
-template <class Acao>
-class TAoSair {
- public:
-  explicit TAoSair(Acao acao) : FAcao(std::move(acao)) {}
-  ~TAoSair() { FAcao(); }
-  TAoSair(const TAoSair&) = delete;
-  TAoSair& operator=(const TAoSair&) = delete;
-
- private:
-  Acao FAcao;
-};
 
 }  // namespace
 
@@ -57,21 +45,34 @@ int TImpNFSe::BuscarIdentificacaoNFSe(const String& codigo) const {
 }
 
 void TImpNFSe::CarregarNFSe(const TImportadorNFSe& importador) {
+  const bool comRetorno = importador.Variacao == TVariacaoNFSe::ComRetorno;
   const auto trabalhador = importador.Criar();
-  const TAoSair encerrar([&] {
-    if (importador.Variacao == TVariacaoNFSe::ComRetorno) trabalhador->OnArquivoCarregado(trabalhador.get());
-    AtribuirRetornoArquivo(trabalhador.get());
-    if (importador.Variacao == TVariacaoNFSe::Nenhuma && !trabalhador->GetImportou())
-      GetListaErros().Add(trabalhador->GetErro());
-    trabalhador->MoveuArquivo();
+
+  // Whatever is raised on the way, the outcome is collected and the file goes where it belongs; then the first
+  // exception goes on.
+  std::exception_ptr falha;
+  const auto tentar = [&](auto passo) {
+    try {
+      passo();
+    } catch (...) {
+      if (!falha) falha = std::current_exception();
+    }
+  };
+  tentar([&] {
+    trabalhador->InicializarDados(String(importador.Classe));
+    trabalhador->SetPriority(tpNormal);
+    trabalhador->DadosArquivo = DadosArquivo;
+    trabalhador->BarraProgresso = BarraProgresso;
+    if (comRetorno) trabalhador->OnArquivoCarregado = OnArquivoCarregado;
+    trabalhador->Start();
+    trabalhador->WaitFor();
   });
-  trabalhador->InicializarDados(String(importador.Classe));
-  trabalhador->SetPriority(tpNormal);
-  trabalhador->DadosArquivo = DadosArquivo;
-  trabalhador->BarraProgresso = BarraProgresso;
-  if (importador.Variacao == TVariacaoNFSe::ComRetorno) trabalhador->OnArquivoCarregado = OnArquivoCarregado;
-  trabalhador->Start();
-  trabalhador->WaitFor();
+  if (comRetorno) tentar([&] { trabalhador->OnArquivoCarregado(trabalhador.get()); });
+  AtribuirRetornoArquivo(trabalhador.get());
+  if (importador.Variacao == TVariacaoNFSe::Nenhuma && !trabalhador->GetImportou())
+    GetListaErros().Add(trabalhador->GetErro());
+  tentar([&] { trabalhador->MoveuArquivo(); });
+  if (falha) std::rethrow_exception(falha);
 }
 
 bool TImpNFSe::EhLeiauteABRASFVersao203() const {

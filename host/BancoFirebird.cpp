@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <ibase.h>
+#include <locale.h>
 #include <soci/firebird/soci-firebird.h>
 
 #include <algorithm>
@@ -73,13 +74,45 @@ std::optional<String> Celula(const soci::row& linha, std::size_t i) {
   }
 }
 
+// While it lives, this thread's character set is UTF-8, as our paths are. The Firebird client asks once, at its first
+// use, what the system's is, and refuses a path with an accent where the program's locale knows none.
+class TCaracteresUTF8 {
+ public:
+  TCaracteresUTF8() : FLocale(::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {
+    if (FLocale != nullptr) FAnterior = ::uselocale(FLocale);
+  }
+  ~TCaracteresUTF8() {
+    if (FLocale == nullptr) return;
+    ::uselocale(FAnterior);
+    ::freelocale(FLocale);
+  }
+  TCaracteresUTF8(const TCaracteresUTF8&) = delete;
+  TCaracteresUTF8& operator=(const TCaracteresUTF8&) = delete;
+
+ private:
+  locale_t FLocale;
+  locale_t FAnterior = nullptr;
+};
+
+// Through the engine's own call: SOCI only opens, and the SQL command doesn't take every path.
 void CriarVazio(const String& conexao) {
+  constexpr int kPagina = 16384;
+  std::vector<char> opcoes{isc_dpb_version1};
+  const auto acrescentar = [&](char opcao, std::string_view valor) {
+    opcoes.push_back(opcao);
+    opcoes.push_back(static_cast<char>(valor.size()));
+    opcoes.insert(opcoes.end(), valor.begin(), valor.end());
+  };
+  acrescentar(isc_dpb_page_size, {reinterpret_cast<const char*>(&kPagina), sizeof kPagina});
+  acrescentar(isc_dpb_sql_dialect, {"\x03", 1});
+  acrescentar(isc_dpb_set_db_charset, "UTF8");
+  if (!EhServidor(conexao)) acrescentar(isc_dpb_user_name, "SYSDBA");
+
+  const TCaracteresUTF8 utf8;
   isc_db_handle banco = 0;
-  isc_tr_handle transacao = 0;
   std::array<ISC_STATUS, soci::stat_size> status{};
-  const auto comando = fmt::format("CREATE DATABASE {}{} PAGE_SIZE 16384 DEFAULT CHARACTER SET UTF8", CitarSQL(conexao),
-                                   EhServidor(conexao) ? "" : " USER 'SYSDBA'");
-  if (isc_dsql_execute_immediate(status.data(), &banco, &transacao, 0, comando.c_str(), SQL_DIALECT_V6, nullptr) != 0)
+  if (isc_create_database(status.data(), static_cast<short>(conexao.size()), conexao.c_str(), &banco,
+                          static_cast<short>(opcoes.size()), opcoes.data(), 0) != 0)
     throw EBanco(TextoDoErro(soci::firebird_soci_error("CREATE DATABASE", status.data()), conexao));
   isc_detach_database(status.data(), &banco);
 }
@@ -118,6 +151,7 @@ void TBancoFirebird::Criar(const String& conexao) {
 }
 
 TBancoFirebird::TBancoFirebird(const String& conexao) : FConexao(conexao) {
+  const TCaracteresUTF8 utf8;
   Proteger([&] { FSessao.open(soci::firebird, ParametrosSOCI(conexao)); });
   ConferirVersao();
 }

@@ -85,7 +85,7 @@ fs::path RenomearParaLivre(const fs::path& de, const fs::path& destino) {
 // To another file system: a complete copy under a passing name in the same folder, then its name, then the original
 // goes. Whenever the process dies, the original or the whole copy is there.
 fs::path CopiarERemover(const fs::path& origem, const fs::path& destino) {
-  const auto parcial = destino.parent_path() / fmt::format(".{}.{}.parcial", destino.filename().string(), ::getpid());
+  const auto parcial = destino.parent_path() / fmt::format(".impnfse-{}.parcial", ::getpid());
   try {
     {
       const TDescritor de(origem, O_RDONLY);

@@ -36,7 +36,8 @@ void Acrescentar(String& texto, utf8proc_int32_t codigo) {
   texto.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(n));
 }
 
-String Converter(std::string_view bytes, const char* codificacao) {
+// `bytesPorUnidade`: of one code unit of the encoding, 1 or 2.
+String Converter(std::string_view bytes, const char* codificacao, std::size_t bytesPorUnidade) {
   struct Fechar {
     void operator()(void* conversor) const { iconv_close(conversor); }
   };
@@ -52,10 +53,13 @@ String Converter(std::string_view bytes, const char* codificacao) {
     const int erro = errno;
     saida.append(bloco.data(), bloco.size() - livre);
     if (r != static_cast<std::size_t>(-1) || erro == E2BIG) continue;
-    // A byte that the encoding doesn't define (five of Windows-1252) stays as the control character of that number.
-    Acrescentar(saida, static_cast<unsigned char>(*origem));
-    ++origem;
-    --resta;
+    // A byte that the encoding doesn't define (five of Windows-1252) stays as the control character of that number;
+    // half a character of UTF-16 is no character.
+    constexpr utf8proc_int32_t kSubstituto = 0xFFFD;
+    Acrescentar(saida, bytesPorUnidade == 1 ? static_cast<unsigned char>(*origem) : kSubstituto);
+    const auto pulados = std::min(bytesPorUnidade, resta);
+    origem += pulados;
+    resta -= pulados;
   }
   return saida;
 }
@@ -165,9 +169,9 @@ bool EhUTF8(std::string_view bytes) {
 
 String DecodificarTexto(std::string_view bytes) {
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
-  if (bytes.starts_with("\xFF\xFE")) return Converter(bytes.substr(2), "UTF-16LE");
-  if (bytes.starts_with("\xFE\xFF")) return Converter(bytes.substr(2), "UTF-16BE");
-  return EhUTF8(bytes) ? String(bytes) : Converter(bytes, "WINDOWS-1252");
+  if (bytes.starts_with("\xFF\xFE")) return Converter(bytes.substr(2), "UTF-16LE", 2);
+  if (bytes.starts_with("\xFE\xFF")) return Converter(bytes.substr(2), "UTF-16BE", 2);
+  return EhUTF8(bytes) ? String(bytes) : Converter(bytes, "WINDOWS-1252", 1);
 }
 
 String LerArquivo(const String& caminho) {
