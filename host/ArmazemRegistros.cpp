@@ -17,7 +17,7 @@ constexpr std::array<std::string_view, 9> kGeradores = {
     "GN_ES02_REGA17R", "GN_ES02_REG0000MSG", "GN_ES02_AUXMANUTENCAO", "GN_CODIGOPARTICIPANTE"};
 
 // Blocks grow with the run: a file of one note leaves small gaps, a large one asks seldom.
-constexpr Int64 kPrimeiroBloco = 8;
+constexpr Int64 kPrimeiroBloco = 32;
 constexpr Int64 kMaiorBloco = 4096;
 
 // Key of participants: the number and the registration, which have no line feed between them in any layout.
@@ -49,7 +49,7 @@ struct TArmazemRegistros::TInstrucoes {
   int Emissao = 0;
   String Participante;
   String Serie;
-  soci::statement RemocaoDeDocumento;
+  std::unique_ptr<soci::statement> RemocaoDeDocumento;
 
   explicit TInstrucoes(soci::session& s)
       : Reg0150(s, {"IDEMPRESA"}, {"DOCUMENTO"}),
@@ -61,13 +61,7 @@ struct TArmazemRegistros::TInstrucoes {
                               3),
         ItemPorHash((s.prepare << "SELECT FIRST 1 IDREG0200 FROM ES02_REG0200 WHERE IDEMPRESA = :empresa AND "
                                   "HASHDESCRICAO = :hash ORDER BY IDREG0200",
-                     soci::into(IdItem), soci::use(Empresa), soci::use(Hash))),
-        RemocaoDeDocumento(
-            (s.prepare << "DELETE FROM ES02_REGA100 WHERE IDREG0000 = :periodo AND NUM_DOC = :numero AND "
-                          "DT_DOC = :data "
-                          "AND IND_OPER = :oper AND IND_EMIT = :emit AND COD_PART = :part AND SER = :serie",
-             soci::use(IdPeriodo), soci::use(Numero), soci::use(Data), soci::use(Operacao), soci::use(Emissao),
-             soci::use(Participante), soci::use(Serie))) {}
+                     soci::into(IdItem), soci::use(Empresa), soci::use(Hash))) {}
 };
 
 TArmazemRegistros::TArmazemRegistros(TBancoFirebird& banco) : FBanco(banco) {}
@@ -253,6 +247,13 @@ void TArmazemRegistros::SubstituirDocumentoAnterior(const TDadosRegistroA100& re
                                  static_cast<int>(registro.GetIND_EMIT()), registro.GetCOD_PART(), registro.GetSER());
   if (!FDocumentosVistos.insert(chave).second) return;
   auto& i = Instrucoes();
+  if (!i.RemocaoDeDocumento)
+    i.RemocaoDeDocumento = std::make_unique<soci::statement>(
+        (FBanco.Sessao().prepare
+             << "DELETE FROM ES02_REGA100 WHERE IDREG0000 = :periodo AND NUM_DOC = :numero AND DT_DOC = :data AND "
+                "IND_OPER = :oper AND IND_EMIT = :emit AND COD_PART = :part AND SER || '.' = :serie",
+         soci::use(i.IdPeriodo), soci::use(i.Numero), soci::use(i.Data), soci::use(i.Operacao), soci::use(i.Emissao),
+         soci::use(i.Participante), soci::use(i.Serie)));
   soci::indicator ignorado{};
   TVinculo<TDateTime>::Ir(i.Data, ignorado, registro.GetDT_DOC());
   i.IdPeriodo = registro.GetIDREG0000();
@@ -260,8 +261,9 @@ void TArmazemRegistros::SubstituirDocumentoAnterior(const TDadosRegistroA100& re
   i.Operacao = registro.GetIND_OPER();
   i.Emissao = registro.GetIND_EMIT();
   i.Participante = Primeiros(registro.GetCOD_PART(), kLarguraTexto);
-  i.Serie = Primeiros(registro.GetSER(), kLarguraTexto);
-  i.RemocaoDeDocumento.execute(true);
+  // The engine takes no heed of blanks at the end of a text; the series' own count.
+  i.Serie = String(Primeiros(registro.GetSER(), kLarguraTexto)) + ".";
+  i.RemocaoDeDocumento->execute(true);
 }
 
 void TArmazemRegistros::SubstituirFilhos(std::string_view tabela, std::string_view coluna, Int64 idA100) {

@@ -24,6 +24,8 @@ constexpr std::size_t kMaximoDePreparados = 32;
 bool EhServidor(const String& conexao) { return conexao.find(':') != conexao.npos; }
 
 String ParametrosSOCI(const String& conexao) {
+  if (conexao.find('"') != conexao.npos)
+    throw EBanco(fmt::format("O caminho do banco não pode ter aspas: {}", conexao));
   // The embedded engine asks for no password; to a server the client introduces itself.
   return fmt::format("service=\"{}\" charset=UTF8 decimals_as_strings=1{}", conexao,
                      EhServidor(conexao) ? "" : " user=SYSDBA");
@@ -128,9 +130,10 @@ void TBancoFirebird::Criar(const String& conexao) {
   namespace fs = std::filesystem;
   if (!EhServidor(conexao) && fs::exists(conexao))
     throw EBanco(fmt::format("{} já existe. Escolha outro nome, ou apague o arquivo antes.", conexao));
+  const auto parametros = ParametrosSOCI(conexao);
   CriarVazio(conexao);
   try {
-    soci::session sessao(soci::firebird, ParametrosSOCI(conexao));
+    soci::session sessao(soci::firebird, parametros);
     {
       soci::transaction definicoes(sessao);
       for (const auto& comando : Comandos(embutidos::kEsquemaSQL)) sessao << comando;

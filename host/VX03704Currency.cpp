@@ -61,7 +61,8 @@ Currency ConverterCurrency(std::string_view texto) {
   if (negativo || resto.front() == '+') resto.remove_prefix(1);
 
   const auto marca = PosicaoDaVirgulaDecimal(resto);
-  constexpr Inteiro128 kLimite = std::numeric_limits<std::int64_t>::max();
+  // One more than the largest value: the smallest one's digits.
+  constexpr Inteiro128 kLimite = Inteiro128{std::numeric_limits<std::int64_t>::max()} + 1;
   Inteiro128 valor = 0;
   int decimais = 0;
   bool temDigito = false;
@@ -84,8 +85,9 @@ Currency ConverterCurrency(std::string_view texto) {
   if (!temDigito) throw invalido();
   for (; decimais < 4; ++decimais) valor *= 10;
   if (arredondaParaCima) ++valor;
-  if (valor > kLimite) throw invalido();
-  return Currency::DeDecimosDeMilesimo(static_cast<std::int64_t>(negativo ? -valor : valor));
+  if (negativo) valor = -valor;
+  if (valor < -kLimite || valor >= kLimite) throw invalido();
+  return Currency::DeDecimosDeMilesimo(static_cast<std::int64_t>(valor));
 }
 
 }  // namespace impnfse

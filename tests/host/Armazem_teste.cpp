@@ -198,6 +198,7 @@ TEST_F(TArmazem, SoOMesmoDocumentoESubstituido) {
       [](auto& d) { d.SetNUM_DOC(11); },
       [](auto& d) { d.SetSER("2"); },
       [](auto& d) { d.SetSER(""); },
+      [](auto& d) { d.SetSER("1 "); },
       [](auto& d) { d.SetCOD_PART("6"); },
       [](auto& d) { d.SetIND_OPER(toSaida); },
       [](auto& d) { d.SetIND_EMIT(tePropria); },
