@@ -20,4 +20,4 @@ format:
 lint:
 	clang-format --dry-run --Werror $(FONTES)
 	cmake --preset release
-	clang-tidy --quiet -p build/release $(filter %.cpp,$(FONTES))
+	clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p build/release $(filter %.cpp,$(FONTES))

@@ -36,7 +36,7 @@ void EmPortugues(CLI::App& app) {
 
 // What CLI11 found wrong, in one Portuguese line.
 String TextoDoErro(const CLI::ParseError& erro) {
-  const String original = erro.what();
+  String original = erro.what();
   const auto depoisDe = [&](std::string_view marca) {
     const auto posicao = original.find(marca);
     return posicao == original.npos ? original : original.substr(posicao + marca.size());

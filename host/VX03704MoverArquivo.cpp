@@ -77,7 +77,7 @@ fs::path Tentativa(const fs::path& destino, int n) {
 // The first free name for the file, which has it when the function returns.
 fs::path RenomearParaLivre(const fs::path& de, const fs::path& destino) {
   for (int n = 1;; ++n) {
-    const auto para = Tentativa(destino, n);
+    auto para = Tentativa(destino, n);
     if (RenomeouSemSobrepor(de, para)) return para;
   }
 }
