@@ -150,13 +150,14 @@ xmlSAXHandler TLeitorXML::Eventos() {
     auto& leitor = De(contexto);
     leitor.AbrirElemento({prefixo, local});
     for (int i = 0; i < declaracoes; ++i) {
-      const auto* const declarado = namespaces[2 * i];
+      const auto* const declarado = namespaces[std::ptrdiff_t{2} * i];
       const auto nome = declarado == nullptr ? TNomeQualificado{nullptr, kXmlns} : TNomeQualificado{kXmlns, declarado};
-      leitor.AcrescentarAtributo(nome, Vista(namespaces[2 * i + 1]));
+      leitor.AcrescentarAtributo(nome, Vista(namespaces[std::ptrdiff_t{2} * i + 1]));
     }
     std::size_t total = 0;
     for (int i = 0; i < atributos; ++i) {
-      const auto* const* const a = valores + 5 * i;  // local part, prefix, URI, beginning and end of the value
+      const auto* const* const a =
+          valores + std::ptrdiff_t{5} * i;  // local part, prefix, URI, beginning and end of the value
       const std::string_view valor(reinterpret_cast<const char*>(a[3]), static_cast<std::size_t>(a[4] - a[3]));
       leitor.AcrescentarAtributo({a[1], a[0]}, valor);
       total += valor.size();

@@ -22,8 +22,8 @@ struct TTextoLivre {
   String Valor;
 
   TTextoLivre() = default;
-  template <class T>
-  requires std::is_convertible_v<T, String> TTextoLivre(T&& texto) : Valor(std::forward<T>(texto)) {}
+  TTextoLivre(String texto) : Valor(std::move(texto)) {}
+  TTextoLivre(const char* texto) : Valor(texto) {}
   operator const String&() const { return Valor; }
   bool operator==(const TTextoLivre&) const = default;
 };
