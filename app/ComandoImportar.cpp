@@ -8,6 +8,7 @@
 
 #include "BarraTerminal.h"
 #include "Comandos.h"
+#include "ErrosDoSistema.h"
 #include "EscritorJSON.h"
 #include "Suite.h"
 #include "UnVX03704ImpNFSe.h"
@@ -30,7 +31,7 @@ std::vector<String> Arquivos(const std::vector<String>& argumentos) {
     for (const auto& entrada : fs::directory_iterator(argumento, erro))
       if (entrada.is_regular_file(erro) && !entrada.path().filename().string().starts_with('.'))
         daPasta.push_back(entrada.path().string());
-    if (erro) throw EUso(fmt::format("a pasta {} não pode ser lida ({})", argumento, erro.message()));
+    if (erro) throw EUso(fmt::format("a pasta {} não pode ser lida ({})", argumento, MotivoDoSistema(erro.value())));
     std::sort(daPasta.begin(), daPasta.end());
     arquivos.insert(arquivos.end(), daPasta.begin(), daPasta.end());
   }

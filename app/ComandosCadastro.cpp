@@ -18,6 +18,11 @@ namespace impnfse::app {
 namespace {
 
 constexpr std::size_t kTamanhoCNPJ = 14;
+constexpr int kMaximoDeCasas = 20;
+
+void Caber(std::string_view opcao, const String& valor, std::size_t maximo) {
+  if (Comprimento(valor) > maximo) throw EUso(fmt::format("{} é longo demais: cabem {} caracteres", opcao, maximo));
+}
 
 }  // namespace
 
@@ -53,6 +58,12 @@ int Filial(const String& caminho, const TOpcoesFilial& opcoes) {
   if (BuscarCodigoIBGEUF(uf) == 0) throw EUso(fmt::format("\"{}\" não é a sigla de um estado", opcoes.UF));
   const auto municipio = BuscarSomenteNumeros(opcoes.Municipio);
   if (municipio.empty()) throw EUso(fmt::format("\"{}\" não é um código de município", opcoes.Municipio));
+
+  const auto casas = opcoes.CasasCFOP.value_or(0);
+  if (casas < 0 || casas > kMaximoDeCasas) throw EUso(fmt::format("--casas-cfop vai de 0 a {}", kMaximoDeCasas));
+  Caber("--municipio", opcoes.Municipio, 20);
+  Caber("--ie", opcoes.IE.value_or(""), 30);
+  Caber("--arquivo-morto", opcoes.ArquivoMorto.value_or(""), 4000);
 
   TBancoFirebird banco(caminho);
   const auto existente = BuscarFilial(banco, cnpj);

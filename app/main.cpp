@@ -1,8 +1,11 @@
 // impnfse: the program that stands where the suite's screens stood.
 #include <fmt/format.h>
+#include <ibase.h>
+#include <unistd.h>
 #include <CLI/CLI.hpp>
 
-#include <clocale>
+#include <array>
+#include <cstdio>
 #include <iostream>
 
 #include "Comandos.h"
@@ -13,7 +16,9 @@ namespace {
 using namespace impnfse;
 using namespace impnfse::app;
 
+constexpr int kComErros = 1;
 constexpr int kNaoComecou = 2;
+constexpr int kInterrompido = 130;
 
 void EmPortugues(CLI::App& app) {
   app.option_defaults()->group("Opções");
@@ -82,8 +87,7 @@ struct TLinhaDeComando {
     filial->add_option("--ie", OpcoesFilial.IE, "Inscrição estadual");
     filial->add_option("--nome", OpcoesFilial.Nome, "Nome da filial");
     filial->add_option("--empresa", OpcoesFilial.Empresa, "Número da empresa (1)");
-    filial->add_option("--casas-cfop", OpcoesFilial.CasasCFOP, "Casas depois do CFOP do serviço (3)")
-        ->check(CLI::Range(0, 20).description(""));
+    filial->add_option("--casas-cfop", OpcoesFilial.CasasCFOP, "Casas depois do CFOP do serviço (3)");
     filial->add_option("--remover-caracteres", OpcoesFilial.RemoverCaracteres,
                        "Caracteres removidos das descrições: soma de bits; 1 tira os especiais (0)");
     filial->add_option("--arquivo-morto", OpcoesFilial.ArquivoMorto,
@@ -122,13 +126,28 @@ struct TLinhaDeComando {
   }
 };
 
+// A request to stop (Ctrl+C, or the machine going down) ends the process at once, as a loss of power would: what isn't
+// committed is as if it had never been. The Firebird client otherwise ends the database under the run's feet.
+void PararQuandoPedirem() {
+  std::array<ISC_STATUS, 20> status{};
+  const auto parar = [](int razao, int, void*) {
+    if (razao == fb_shutrsn_signal) ::_exit(kInterrompido);
+    return 0;
+  };
+  fb_shutdown_callback(status.data(), parar, fb_shut_confirmation, nullptr);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  PararQuandoPedirem();
   TLinhaDeComando linha;
   try {
     linha.App.parse(argc, argv);
-    return linha.Saida;
+    // A report that nobody got is no success.
+    if (std::fflush(stdout) == 0 && std::cout.flush()) return linha.Saida;
+    fmt::print(stderr, "impnfse: a saída não pôde ser escrita.\n");
+    return kComErros;
   } catch (const CLI::Success& ajuda) {
     return linha.App.exit(ajuda);
   } catch (const CLI::ParseError& erro) {

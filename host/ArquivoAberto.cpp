@@ -6,8 +6,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 
+#include "ErrosDoSistema.h"
 #include "VX03704Erros.h"
 
 namespace impnfse {
@@ -38,23 +38,7 @@ std::size_t TArquivoAberto::Ler(char* destino, std::size_t maximo) {
 }
 
 void TArquivoAberto::Falhar(int erroDoSistema) const {
-  const auto motivo = [&]() -> String {
-    switch (erroDoSistema) {
-      case ENOENT:
-        return "não existe";
-      case EACCES:
-        return "sem permissão de leitura";
-      case EISDIR:
-        return "é uma pasta";
-      case EINVAL:
-        return "não é um arquivo comum";
-      case EFBIG:
-        return "é grande demais";
-      default:
-        return std::generic_category().message(erroDoSistema);
-    }
-  }();
-  throw EArquivo(fmt::format("O arquivo {} não pode ser lido: {}.", FCaminho, motivo));
+  throw EArquivo(fmt::format("O arquivo {} não pode ser lido: {}.", FCaminho, MotivoDoSistema(erroDoSistema)));
 }
 
 }  // namespace impnfse

@@ -130,9 +130,12 @@ void TBancoFirebird::Criar(const String& conexao) {
   namespace fs = std::filesystem;
   if (!EhServidor(conexao) && fs::exists(conexao))
     throw EBanco(fmt::format("{} já existe. Escolha outro nome, ou apague o arquivo antes.", conexao));
+  const auto pasta = fs::absolute(conexao).parent_path();
+  if (!EhServidor(conexao) && !fs::is_directory(pasta))
+    throw EBanco(fmt::format("A pasta {} não existe. Crie-a antes do banco.", pasta.string()));
   const auto parametros = ParametrosSOCI(conexao);
-  CriarVazio(conexao);
   try {
+    CriarVazio(conexao);
     soci::session sessao(soci::firebird, parametros);
     {
       soci::transaction definicoes(sessao);

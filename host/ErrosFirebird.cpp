@@ -55,7 +55,9 @@ String TextoDoErro(const soci::soci_error& erro, const String& conexao) {
       status.Tem({isc_no_priv, isc_read_only_database}))
     return fmt::format("Sem permissão de leitura e gravação no banco {} e na sua pasta. Acerte as permissões.",
                        conexao);
-  if (status.Tem({isc_bad_db_format, isc_io_read_err, isc_wrong_ods, isc_badodsver}))
+  // A file that ends too soon has no error of the system's.
+  if (status.Tem({isc_bad_db_format, isc_wrong_ods, isc_badodsver}) ||
+      (status.Tem({isc_io_error}) && status.ErroDoSistema == 0))
     return fmt::format(
         "{0} não é um banco Firebird que se possa abrir. Confira o nome, ou crie um banco com: "
         "impnfse criar {0}",

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "ErrosDoSistema.h"
 #include "VX03704ImpBase.h"
 
 namespace impnfse {
@@ -127,7 +128,7 @@ bool TMoverArquivoIOP::MoveuArquivo() {
     return true;
   } catch (const std::system_error& erro) {
     FFalha = fmt::format("O arquivo ficou onde estava: não foi possível movê-lo para {} ({}).",
-                         destino.parent_path().string(), erro.code().message());
+                         destino.parent_path().string(), MotivoDoSistema(erro.code().value()));
     return false;
   }
 }
