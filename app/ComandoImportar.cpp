@@ -61,7 +61,7 @@ struct TResultado {
 
 TResultado ImportarArquivo(const String& arquivo, const String& leiaute, Int64 idFilial, TBarraTerminal& barra) {
   TImpNFSe importacao;
-  importacao.DadosArquivo = {.Arquivo = fs::absolute(arquivo).string(),
+  importacao.DadosArquivo = {.Arquivo = fs::absolute(arquivo).lexically_normal().string(),
                              .CodigoLeiaute = leiaute,
                              .TipoImportacao = "NFSE",
                              .IDFILIAL = idFilial};
@@ -121,6 +121,8 @@ void Relatar(const TResultado& r) {
 
   std::vector<String> linhas;
   if (!r.DeuCerto() && total == 0) linhas.push_back(FalhaDeLeitura(r.Arquivo));
+  if (r.Resumo.Classe.empty() && ImportadoresDoLeiaute(r.Leiaute).empty())
+    linhas.push_back(fmt::format("O leiaute \"{}\" não tem importador (veja: impnfse leiautes).", r.Leiaute));
   linhas.insert(linhas.end(), r.Erros.begin(), r.Erros.end());
   linhas.push_back(r.Resumo.FalhaAoMover);
   if (!r.DeuCerto() && std::all_of(linhas.begin(), linhas.end(), [](const String& l) { return l.empty(); }))
@@ -167,6 +169,7 @@ int Importar(const String& banco, const TOpcoesImportar& opcoes) {
     if (!opcoes.JSON) Relatar(resultados.back());
   }
 
+  if (arquivos.empty() && !opcoes.JSON) fmt::print("Nenhum arquivo para importar.\n");
   if (opcoes.JSON) {
     auto lista = nlohmann::ordered_json::array();
     for (const auto& resultado : resultados) {
@@ -175,7 +178,7 @@ int Importar(const String& banco, const TOpcoesImportar& opcoes) {
         fmt::print(stderr, "impnfse: {}: {}\n", resultado.Arquivo, resultado.Resumo.FalhaAoMover);
     }
     fmt::print("{}\n", TextoJSON(lista, 2));
-  } else if (resultados.size() != 1) {
+  } else if (resultados.size() > 1) {
     Resumir(resultados);
   }
   return std::all_of(resultados.begin(), resultados.end(), [](const auto& r) { return r.DeuCerto(); }) ? 0 : 1;

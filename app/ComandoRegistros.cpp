@@ -178,6 +178,7 @@ TDateTime LerData(const String& texto, std::string_view opcao) {
 
 int Registros(const String& caminho, const TOpcoesRegistros& opcoes) {
   TFiltroRegistros filtro{.De = LerData(opcoes.De, "--de"), .Ate = LerData(opcoes.Ate, "--ate")};
+  if (filtro.De != 0 && filtro.Ate != 0 && filtro.De > filtro.Ate) throw EUso("--de vem depois de --ate");
   TBancoFirebird banco(caminho);
   if (!opcoes.Filial.empty()) {
     const auto filial = BuscarFilial(banco, NormalizarCNPJ(opcoes.Filial));

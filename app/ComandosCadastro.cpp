@@ -20,6 +20,11 @@ namespace {
 constexpr std::size_t kTamanhoCNPJ = 14;
 constexpr int kMaximoDeCasas = 20;
 
+bool TemPeriodos(TBancoFirebird& banco, const TFilialRegistrada& filial) {
+  return banco.ConsultarInteiro(
+             fmt::format("SELECT COUNT(*) FROM ES02_REG0000 WHERE IDFILIAL = {}", filial.Dados.IDFILIAL)) > 0;
+}
+
 void Caber(std::string_view opcao, const String& valor, std::size_t maximo) {
   if (Comprimento(valor) > maximo) throw EUso(fmt::format("{} é longo demais: cabem {} caracteres", opcao, maximo));
 }
@@ -65,6 +70,9 @@ int Filial(const String& caminho, const TOpcoesFilial& opcoes) {
   Caber("--ie", opcoes.IE.value_or(""), 30);
   Caber("--arquivo-morto", opcoes.ArquivoMorto.value_or(""), 4000);
 
+  if (opcoes.Empresa.value_or(1) <= 0) throw EUso("--empresa é um número a partir de 1");
+  if (opcoes.RemoverCaracteres.value_or(0) < 0) throw EUso("--remover-caracteres é um número a partir de 0");
+
   TBancoFirebird banco(caminho);
   const auto existente = BuscarFilial(banco, cnpj);
   auto filial = existente.value_or(TFilialRegistrada{.Dados = {.IDEMPRESA = 1}});
@@ -72,7 +80,10 @@ int Filial(const String& caminho, const TOpcoesFilial& opcoes) {
   filial.Dados.UF = uf;
   filial.Dados.CODIGOMUNICIPIO = opcoes.Municipio;
   filial.Dados.IE = opcoes.IE.value_or(filial.Dados.IE);
-  filial.NOME = opcoes.Nome.value_or(filial.NOME);
+  if (opcoes.Nome) filial.NOME = DecodificarTexto(*opcoes.Nome);
+  if (existente && opcoes.Empresa && *opcoes.Empresa != existente->Dados.IDEMPRESA && TemPeriodos(banco, *existente))
+    throw EUso(fmt::format("a filial já tem documentos na empresa {}, e não pode passar para outra",
+                           existente->Dados.IDEMPRESA));
   filial.Dados.IDEMPRESA = opcoes.Empresa.value_or(static_cast<int>(filial.Dados.IDEMPRESA));
   filial.CasasPrefixoCFOP = opcoes.CasasCFOP.value_or(filial.CasasPrefixoCFOP);
   filial.RemoverCaracteres = opcoes.RemoverCaracteres.value_or(filial.RemoverCaracteres);
@@ -84,12 +95,11 @@ int Filial(const String& caminho, const TOpcoesFilial& opcoes) {
 
   const auto nomes =
       banco.Consultar("SELECT FIRST 1 NOME FROM CA06_MUNICIPIO WHERE CODIGOFEDERAL = " + CitarSQL(municipio));
-  fmt::print("Filial {}{} {}: empresa {}, {}/{}.\n", FormatarCNPJ(cnpj),
+  const auto onde = nomes.Linhas.empty() ? fmt::format("{} (o município {} não está na tabela)", uf, municipio)
+                                         : fmt::format("{}/{}", nomes.Linhas.front().front().value_or(""), uf);
+  fmt::print("Filial {}{} {}: empresa {}, {}.\n", FormatarCNPJ(cnpj),
              filial.NOME.empty() ? "" : " (" + filial.NOME + ")", existente ? "atualizada" : "registrada",
-             filial.Dados.IDEMPRESA,
-             nomes.Linhas.empty() ? fmt::format("município {}, que não está na tabela de municípios", municipio)
-                                  : nomes.Linhas.front().front().value_or(""),
-             uf);
+             filial.Dados.IDEMPRESA, onde);
   fmt::print("{}\n", filial.ArquivoMorto.empty()
                          ? "Sem arquivo morto: os arquivos importados ficam onde estão."
                          : fmt::format("Os arquivos importados vão para {}.", filial.ArquivoMorto + "/NFSe"));
@@ -114,8 +124,10 @@ int Municipios(const String& caminho, const String& arquivo, bool substituir) {
                      substituir ? TCargaMunicipios::Substituir : TCargaMunicipios::Completar);
   });
   banco.Confirmar();
-  fmt::print("{} municípios carregados; a tabela tem {}.\n", municipios.size(),
-             banco.ConsultarInteiro("SELECT COUNT(*) FROM CA06_MUNICIPIO"));
+  fmt::print(
+      "{}; a tabela tem {}.\n",
+      municipios.size() == 1 ? "1 município carregado" : fmt::format("{} municípios carregados", municipios.size()),
+      banco.ConsultarInteiro("SELECT COUNT(*) FROM CA06_MUNICIPIO"));
   return 0;
 }
 

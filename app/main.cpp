@@ -72,6 +72,7 @@ struct TLinhaDeComando {
 
   TLinhaDeComando() {
     EmPortugues(App);
+    App.set_version_flag("--version", "impnfse " IMPNFSE_VERSAO, "Mostra a versão e termina")->group("Opções");
     App.require_subcommand(1);
     App.footer(
         "BANCO é o caminho de um banco Firebird (um arquivo, sem servidor), ou servidor:caminho.\n"
@@ -152,7 +153,9 @@ int main(int argc, char** argv) {
     return linha.App.exit(ajuda);
   } catch (const CLI::ParseError& erro) {
     const auto escolhidos = linha.App.get_subcommands();
-    fmt::print(stderr, "impnfse: {}. Veja: impnfse {}--help\n", TextoDoErro(erro),
+    const bool semComando = escolhidos.empty() && argc > 1;
+    fmt::print(stderr, "impnfse: {}. Veja: impnfse {}--help\n",
+               semComando ? fmt::format("comando desconhecido: {}", argv[1]) : TextoDoErro(erro),
                escolhidos.empty() ? "" : escolhidos.front()->get_name() + " ");
   } catch (const std::exception& erro) {
     fmt::print(stderr, "impnfse: {}\n", erro.what());

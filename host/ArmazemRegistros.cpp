@@ -60,12 +60,17 @@ struct TArmazemRegistros::TInstrucoes {
         ParticipantesPorChave(s, "WHERE R.IDEMPRESA = :p0 AND R.DOCUMENTO = :p1 AND R.IE = :p2 ORDER BY R.IDREG0150",
                               3),
         ItemPorHash((s.prepare << "SELECT FIRST 1 IDREG0200 FROM ES02_REG0200 WHERE IDEMPRESA = :empresa AND "
-                                  "HASHDESCRICAO = :hash ORDER BY IDREG0200",
+                                  "HASHDESCRICAO = :hash",
                      soci::into(IdItem), soci::use(Empresa), soci::use(Hash))) {}
 };
 
 TArmazemRegistros::TArmazemRegistros(TBancoFirebird& banco) : FBanco(banco) {}
-TArmazemRegistros::~TArmazemRegistros() = default;
+TArmazemRegistros::~TArmazemRegistros() { EsquecerInstrucoes(); }
+
+void TArmazemRegistros::EsquecerInstrucoes() {
+  if (FBanco.Perdida()) static_cast<void>(FInstrucoes.release());
+  FInstrucoes.reset();
+}
 
 template <class Acao>
 auto TArmazemRegistros::Proteger(Acao&& acao) -> decltype(acao()) {
@@ -79,16 +84,16 @@ auto TArmazemRegistros::Proteger(Acao&& acao) -> decltype(acao()) {
 
 void TArmazemRegistros::IniciarExecucao(Int64 idEmpresa) {
   EsquecerExecucao();
-  FEmpresa = idEmpresa;
   for (;;) {
+    FEmpresa = idEmpresa;
     FBanco.Iniciar();
     try {
       FBanco.Sessao() << "UPDATE CA01_EMPRESA SET EXECUCOES = EXECUCOES + 1 WHERE IDEMPRESA = " << idEmpresa;
       return;
     } catch (const soci::soci_error& erro) {
-      FBanco.Desfazer();
+      Desfazer();
       // Another run for the company ended while this one waited for it: what it stored is seen from a new transaction.
-      if (!EhConflitoDeAtualizacao(erro)) FBanco.Proteger([&] { throw erro; });
+      if (!EhConflitoDeAtualizacao(erro)) FBanco.Relancar(erro);
     }
   }
 }
@@ -107,7 +112,7 @@ void TArmazemRegistros::Confirmar() {
 
 void TArmazemRegistros::Desfazer() {
   EsquecerExecucao();
-  FInstrucoes.reset();
+  EsquecerInstrucoes();
   try {
     FBanco.Desfazer();
   } catch (const EBanco&) {
@@ -283,6 +288,9 @@ std::vector<TDadosRegistro0150>& TArmazemRegistros::Participantes(const String& 
     // The columns hold the beginning of a long text; the register has the whole of it.
     if (participante.GetDocumento() == documento && participante.GetIE() == ie) lista.push_back(participante);
   }
+  // The oldest first. The query has no ORDER BY: for it the engine would walk the whole table by the primary key.
+  std::sort(lista.begin(), lista.end(),
+            [](const auto& a, const auto& b) { return a.GetIDREG0150() < b.GetIDREG0150(); });
   return lista;
 }
 

@@ -74,6 +74,7 @@ class TArmazemRegistros final : private IGravadorRegistros {
   std::vector<TDadosRegistro0150>& Participantes(const String& documento, const String& ie);
   Int64 IdDoParticipante(const TDadosRegistroA100& documento) const;
   void EsquecerExecucao();
+  void EsquecerInstrucoes();
 
   TBancoFirebird& FBanco;
   std::unique_ptr<TInstrucoes> FInstrucoes;

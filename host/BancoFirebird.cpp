@@ -158,39 +158,46 @@ void TBancoFirebird::Criar(const String& conexao) {
 
 TBancoFirebird::TBancoFirebird(const String& conexao) : FConexao(conexao) {
   const TCaracteresUTF8 utf8;
-  Proteger([&] { FSessao.open(soci::firebird, ParametrosSOCI(conexao)); });
+  Proteger([&] { FSessao->open(soci::firebird, ParametrosSOCI(conexao)); });
   ConferirVersao();
 }
 
 TBancoFirebird::~TBancoFirebird() {
-  FPreparados.clear();
+  EsquecerPreparados();
   try {
-    if (FEmTransacao) FSessao.rollback();
+    if (FEmTransacao) FSessao->rollback();
   } catch (const soci::soci_error&) {
-    // The connection is gone, and the engine has rolled back by itself.
+    FPerdida = true;
   }
+  if (FPerdida) static_cast<void>(FSessao.release());
+}
+
+void TBancoFirebird::EsquecerPreparados() {
+  for (auto& preparado : FPreparados)
+    if (FPerdida) static_cast<void>(preparado.Instrucao.release());
+  FPreparados.clear();
 }
 
 void TBancoFirebird::Iniciar() {
-  Proteger([&] { FSessao.begin(); });
+  Proteger([&] { FSessao->begin(); });
   FEmTransacao = true;
 }
 
 void TBancoFirebird::Confirmar() {
-  Proteger([&] { FSessao.commit(); });
+  Proteger([&] { FSessao->commit(); });
   FEmTransacao = false;
 }
 
 void TBancoFirebird::Desfazer() {
-  FPreparados.clear();
+  EsquecerPreparados();
   FEmTransacao = false;
-  Proteger([&] { FSessao.rollback(); });
+  Proteger([&] { FSessao->rollback(); });
 }
 
 void TBancoFirebird::EmTransacaoPropria(const std::function<void()>& acao) {
   Proteger([&] {
     if (FEmTransacao) return acao();
-    soci::transaction transacao(FSessao);
+    soci::transaction transacao(*FSessao);
     acao();
     transacao.commit();
   });
@@ -202,7 +209,7 @@ void TBancoFirebird::Executar(const String& sql) {
     auto achado =
         std::find_if(FPreparados.begin(), FPreparados.end(), [&](const TPreparado& p) { return p.Comando == sql; });
     if (achado == FPreparados.end()) {
-      auto instrucao = std::make_unique<soci::statement>(FSessao);
+      auto instrucao = std::make_unique<soci::statement>(*FSessao);
       instrucao->alloc();
       instrucao->prepare(sql);
       instrucao->define_and_bind();
@@ -218,7 +225,7 @@ void TBancoFirebird::Executar(const String& sql) {
 TLinhasConsulta TBancoFirebird::Consultar(const String& sql) {
   TLinhasConsulta dados;
   EmTransacaoPropria([&] {
-    soci::rowset<soci::row> linhas = (FSessao.prepare << sql);
+    soci::rowset<soci::row> linhas = (FSessao->prepare << sql);
     for (const auto& linha : linhas) {
       std::vector<std::optional<String>> celulas;
       celulas.reserve(linha.size());
@@ -238,7 +245,10 @@ Int64 TBancoFirebird::ConsultarInteiro(const String& sql) {
   return StrToInt64Def(dados.Linhas.front().front().value_or(""), 0);
 }
 
-void TBancoFirebird::Relancar(const soci::soci_error& erro) const { throw EBanco(TextoDoErro(erro, FConexao)); }
+void TBancoFirebird::Relancar(const soci::soci_error& erro) {
+  FPerdida = FPerdida || EhConexaoPerdida(erro);
+  throw EBanco(TextoDoErro(erro, FConexao));
+}
 
 void TBancoFirebird::ConferirVersao() {
   const auto temTabela =

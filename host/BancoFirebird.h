@@ -36,6 +36,9 @@ class TBancoFirebird {
   void Confirmar();
   void Desfazer();
   bool EmTransacao() const { return FEmTransacao; }
+  // Whether the connection is gone (the server, or the network). Prepared statements over it can't be closed any more:
+  // SOCI would raise in their destructors. Who has some lets go of them, as this class does of its own.
+  bool Perdida() const { return FPerdida; }
 
   // Runs one statement without result; an empty one succeeds.
   void Executar(const String& sql);
@@ -45,21 +48,24 @@ class TBancoFirebird {
   Int64 ConsultarInteiro(const String& sql);
 
   // For prepared statements of the host. They must go before the database does.
-  soci::session& Sessao() { return FSessao; }
+  soci::session& Sessao() { return *FSessao; }
   // Runs `acao`, turning what SOCI raises into EBanco.
   template <class Acao>
   auto Proteger(Acao&& acao) -> decltype(acao());
+  // Raises EBanco for what SOCI has raised.
+  [[noreturn]] void Relancar(const soci::soci_error& erro);
 
  private:
   struct TPreparado;
 
   void EmTransacaoPropria(const std::function<void()>& acao);
-  [[noreturn]] void Relancar(const soci::soci_error& erro) const;
+  void EsquecerPreparados();
   void ConferirVersao();
 
   String FConexao;
-  soci::session FSessao;
+  std::unique_ptr<soci::session> FSessao = std::make_unique<soci::session>();
   bool FEmTransacao = false;
+  bool FPerdida = false;
   // Statements come as text and repeat within a run: the last ones stay prepared.
   std::list<TPreparado> FPreparados;
 };

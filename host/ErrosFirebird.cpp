@@ -41,20 +41,21 @@ String TextoDoErro(const soci::soci_error& erro, const String& conexao) {
         "O banco {} está em uso por outro processo. Espere que ele termine, ou use um servidor Firebird "
         "(servidor:caminho) para vários processos ao mesmo tempo.",
         conexao);
-  if (status.Tem({isc_network_error, isc_net_connect_err, isc_net_connect_listen_err, isc_net_read_err,
-                  isc_net_write_err, isc_lost_db_connection, isc_att_shutdown, isc_shutdown}))
+  if (EhConexaoPerdida(erro))
     return fmt::format("O servidor do banco {} não responde. Confira se ele está no ar e tente de novo.", conexao);
   if (status.Tem({isc_login}))
     return fmt::format("O servidor recusou o acesso ao banco {}. Informe usuário e senha em ISC_USER e ISC_PASSWORD.",
                        conexao);
   if (status.ErroDoSistema == ENOSPC)
-    return fmt::format("Não há espaço em disco para o banco {}. Libere espaço e importe de novo.", conexao);
+    return fmt::format("Não há espaço em disco para o banco {}. Libere espaço e tente de novo.", conexao);
   if (status.ErroDoSistema == ENOENT)
     return fmt::format("O banco {0} não existe. Crie-o com: impnfse criar {0}", conexao);
   if (status.ErroDoSistema == EACCES || status.ErroDoSistema == EROFS ||
       status.Tem({isc_no_priv, isc_read_only_database}))
-    return fmt::format("Sem permissão de leitura e gravação no banco {} e na sua pasta. Acerte as permissões.",
-                       conexao);
+    return fmt::format(
+        "Sem permissão de leitura e gravação no banco {}, na sua pasta ou na pasta de bloqueios do Firebird "
+        "(FIREBIRD_LOCK). Acerte as permissões.",
+        conexao);
   // A file that ends too soon has no error of the system's.
   if (status.Tem({isc_bad_db_format, isc_wrong_ods, isc_badodsver}) ||
       (status.Tem({isc_io_error}) && status.ErroDoSistema == 0))
@@ -69,6 +70,11 @@ String TextoDoErro(const soci::soci_error& erro, const String& conexao) {
   String texto = erro.what();
   texto = texto.substr(0, std::min(texto.find('\n'), texto.find(" while ")));
   return fmt::format("Falha no banco {}: {}", conexao, texto);
+}
+
+bool EhConexaoPerdida(const soci::soci_error& erro) {
+  return TStatus(erro).Tem({isc_network_error, isc_net_connect_err, isc_net_connect_listen_err, isc_net_read_err,
+                            isc_net_write_err, isc_lost_db_connection, isc_att_shutdown, isc_shutdown});
 }
 
 bool EhConflitoDeAtualizacao(const soci::soci_error& erro) {

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -13,6 +14,9 @@ namespace impnfse {
 namespace {
 
 constexpr std::string_view kCabecalho = "NOME;UF;CODIGOFEDERAL;CODSRF;CEPGERAL;CEPFINAL";
+
+// Characters that fit in each column.
+constexpr std::array<std::size_t, 6> kMaximos = {120, 2, 10, 10, 10, 10};
 
 std::optional<String> Opcional(String texto) {
   if (texto.empty()) return std::nullopt;
@@ -75,8 +79,12 @@ std::vector<TLinhaMunicipio> LerMunicipiosCSV(std::string_view csv) {
       throw EConversao(fmt::format("Linha {}: NOME, UF e CODIGOFEDERAL são obrigatórios.", linha.Numero));
     if (BuscarSomenteNumeros(c[2]) != c[2])
       throw EConversao(fmt::format("Linha {}: CODIGOFEDERAL \"{}\" não é um número.", linha.Numero, c[2]));
+    for (std::size_t i = 0; i < c.size(); ++i)
+      if (Comprimento(c[i]) > kMaximos[i])
+        throw EConversao(fmt::format("Linha {}: \"{}\" é longo demais.", linha.Numero, c[i]));
     municipios.push_back({c[0], Maiusculas(c[1]), c[2], Opcional(c[3]), Opcional(c[4]), Opcional(c[5])});
   }
+  if (municipios.empty()) throw EConversao("Nenhum município depois do cabeçalho.");
   return municipios;
 }
 

@@ -115,9 +115,14 @@ bool TMoverArquivoIOP::MoveuArquivo() {
   FArquivoFinal.clear();
   FFalha.clear();
   if (FDestino.empty()) return false;
-  const fs::path origem(FOrigem);
   const fs::path destino(FDestino);
   try {
+    // Behind a link lies the file; it is what goes, and the link with it.
+    const fs::path origem = fs::canonical(FOrigem);
+    if (fs::exists(destino) && fs::equivalent(origem, destino)) {
+      FArquivoFinal = FDestino;
+      return true;
+    }
     fs::create_directories(destino.parent_path());
     try {
       FArquivoFinal = RenomearParaLivre(origem, destino).string();
@@ -125,6 +130,7 @@ bool TMoverArquivoIOP::MoveuArquivo() {
       if (erro.code().value() != EXDEV) throw;
       FArquivoFinal = CopiarERemover(origem, destino).string();
     }
+    if (fs::is_symlink(FOrigem)) fs::remove(FOrigem);
     return true;
   } catch (const std::system_error& erro) {
     FFalha = fmt::format("O arquivo ficou onde estava: não foi possível movê-lo para {} ({}).",
