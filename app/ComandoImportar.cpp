@@ -18,6 +18,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// The full path of a file, as the system finds it: "..", and a link to a folder, lead where the kernel would go. A link
+// to the file itself stays.
+String CaminhoInteiro(const String& arquivo) {
+  const fs::path caminho = fs::absolute(arquivo);
+  std::error_code erro;
+  const auto pasta = fs::canonical(caminho.parent_path(), erro);
+  return (erro ? caminho : pasta / caminho.filename()).string();
+}
+
 // The files that the arguments stand for; those of a folder by name, hidden ones left out.
 std::vector<String> Arquivos(const std::vector<String>& argumentos) {
   std::vector<String> arquivos;
@@ -28,10 +37,13 @@ std::vector<String> Arquivos(const std::vector<String>& argumentos) {
       continue;
     }
     std::vector<String> daPasta;
-    for (const auto& entrada : fs::directory_iterator(argumento, erro))
-      if (entrada.is_regular_file(erro) && !entrada.path().filename().string().starts_with('.'))
-        daPasta.push_back(entrada.path().string());
-    if (erro) throw EUso(fmt::format("a pasta {} não pode ser lida ({})", argumento, MotivoDoSistema(erro.value())));
+    fs::directory_iterator entrada(argumento, erro);
+    for (; !erro && entrada != fs::directory_iterator(); entrada.increment(erro)) {
+      std::error_code ilegivel;
+      if (entrada->is_regular_file(ilegivel) && !entrada->path().filename().string().starts_with('.'))
+        daPasta.push_back(entrada->path().string());
+    }
+    if (erro) throw EUso(fmt::format("a pasta {} não pode ser lida: {}", argumento, MotivoDoSistema(erro.value())));
     std::sort(daPasta.begin(), daPasta.end());
     arquivos.insert(arquivos.end(), daPasta.begin(), daPasta.end());
   }
@@ -61,10 +73,8 @@ struct TResultado {
 
 TResultado ImportarArquivo(const String& arquivo, const String& leiaute, Int64 idFilial, TBarraTerminal& barra) {
   TImpNFSe importacao;
-  importacao.DadosArquivo = {.Arquivo = fs::absolute(arquivo).lexically_normal().string(),
-                             .CodigoLeiaute = leiaute,
-                             .TipoImportacao = "NFSE",
-                             .IDFILIAL = idFilial};
+  importacao.DadosArquivo = {
+      .Arquivo = CaminhoInteiro(arquivo), .CodigoLeiaute = leiaute, .TipoImportacao = "NFSE", .IDFILIAL = idFilial};
   importacao.BarraProgresso = barra.Display();
   importacao.OnArquivoCarregado = [](TArquivoImpBase*) {};
   importacao.Start();
@@ -124,8 +134,10 @@ void Relatar(const TResultado& r) {
   if (r.Resumo.Classe.empty() && ImportadoresDoLeiaute(r.Leiaute).empty())
     linhas.push_back(fmt::format("O leiaute \"{}\" não tem importador (veja: impnfse leiautes).", r.Leiaute));
   linhas.insert(linhas.end(), r.Erros.begin(), r.Erros.end());
+  linhas.push_back(r.Resumo.Erro);
   linhas.push_back(r.Resumo.FalhaAoMover);
-  if (!r.DeuCerto() && std::all_of(linhas.begin(), linhas.end(), [](const String& l) { return l.empty(); }))
+  if (total == 0 && !r.DeuCerto() &&
+      std::all_of(linhas.begin(), linhas.end(), [](const String& l) { return l.empty(); }))
     linhas.push_back(fmt::format("Nenhuma nota do leiaute {} foi encontrada no arquivo.", r.Leiaute));
   for (auto linha = linhas.begin(); linha != linhas.end(); ++linha)
     if (!linha->empty() && std::find(linhas.begin(), linha, *linha) == linha) fmt::print("    {}\n", *linha);

@@ -7,6 +7,7 @@
 #include "Comandos.h"
 #include "EscritorJSON.h"
 #include "LeitorRegistros.h"
+#include "UnVX03704ImpNFSeBase.h"
 #include "VX03704Filiais.h"
 
 namespace impnfse::app {
@@ -78,8 +79,7 @@ void EscreverJSON(TLeitorRegistros& leitor, std::ostream& saida) {
 
 // 1.234.567,89, with more decimals only where the value has them.
 String Dinheiro(Currency valor) {
-  auto texto = valor.Texto();
-  for (int i = 0; i < 2 && texto.back() == '0'; ++i) texto.pop_back();
+  auto texto = valor.TextoCurto();
   const auto ponto = texto.find('.');
   texto[ponto] = ',';
   const std::size_t inicio = texto.front() == '-' ? 1 : 0;
@@ -108,10 +108,11 @@ String NumeroDoParticipante(const TDadosRegistro0150& p) {
 }
 
 String NomeDaReceita(const String& codigo) {
-  static const std::map<String, String> kNomes = {{"1010", "ISS"}, {"0714", "IR"},     {"0910", "INSS"},
-                                                  {"1101", "PIS"}, {"1102", "COFINS"}, {"1103", "CSLL"}};
+  static const std::map<std::string_view, std::string_view> kNomes = {
+      {receita::kISS, "ISS"}, {receita::kIR, "IR"},         {receita::kINSS, "INSS"},
+      {receita::kPIS, "PIS"}, {receita::kCOFINS, "COFINS"}, {receita::kCSLL, "CSLL"}};
   const auto nome = kNomes.find(codigo);
-  return nome == kNomes.end() ? codigo : nome->second;
+  return nome == kNomes.end() ? codigo : String(nome->second);
 }
 
 void EscreverTabela(TLeitorRegistros& leitor, TBancoFirebird& banco) {

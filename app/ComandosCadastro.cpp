@@ -17,7 +17,6 @@
 namespace impnfse::app {
 namespace {
 
-constexpr std::size_t kTamanhoCNPJ = 14;
 constexpr int kMaximoDeCasas = 20;
 
 bool TemPeriodos(TBancoFirebird& banco, const TFilialRegistrada& filial) {
@@ -88,9 +87,10 @@ int Filial(const String& caminho, const TOpcoesFilial& opcoes) {
   filial.CasasPrefixoCFOP = opcoes.CasasCFOP.value_or(filial.CasasPrefixoCFOP);
   filial.RemoverCaracteres = opcoes.RemoverCaracteres.value_or(filial.RemoverCaracteres);
   if (opcoes.ArquivoMorto)
-    filial.ArquivoMorto = opcoes.ArquivoMorto->empty()
-                              ? String()
-                              : std::filesystem::absolute(*opcoes.ArquivoMorto).lexically_normal().string();
+    filial.ArquivoMorto =
+        opcoes.ArquivoMorto->empty()
+            ? String()
+            : std::filesystem::weakly_canonical(std::filesystem::absolute(*opcoes.ArquivoMorto)).string();
   GravarFilial(banco, filial);
 
   const auto nomes =

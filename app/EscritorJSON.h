@@ -39,12 +39,8 @@ class TEscritorJSON {
     FVazio = true;  // the value follows without a comma
   }
   void Valor(const nlohmann::ordered_json& valor) { Cru(TextoJSON(valor)); }
-  // A decimal number with all its digits; zeros that say nothing stop at the cents.
-  void Decimal(Currency valor) {
-    auto texto = valor.Texto();
-    for (int i = 0; i < 2 && texto.back() == '0'; ++i) texto.pop_back();
-    Cru(texto);
-  }
+  // A decimal number with all its digits.
+  void Decimal(Currency valor) { Cru(valor.TextoCurto()); }
 
  private:
   void Cru(std::string_view texto) {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "UnVX03704BaseFuncoes.h"
+#include "VX03704Carregamento.h"
 #include "VXConnection.h"
 #include "VXUtils.h"
 
@@ -13,8 +14,6 @@ namespace {
 constexpr int kTipoRegistro0000 = 4;
 // The one bar of the progress display.
 constexpr int kBarra = 1;
-// Numbers shorter than a CNPJ are a CPF.
-constexpr std::size_t kTamanhoCNPJ = 14;
 
 constexpr std::string_view kSemCodigo = "SEMCOD";
 constexpr int kTipoItemServico = 9;
@@ -80,6 +79,7 @@ void TNFSeBase::CarregarDosDoisLados(const String& numero, const std::function<v
 
 void TNFSeBase::TratarErroEstrutura() {
   DestroyA100();
+  BuscarInstanciaCarregamento()->LimpouInformacoes();
   LimparDadosEmitenteDestinatario();
   SetTemErros(true);
   Erro = BuscarErroEstruturaArquivo();

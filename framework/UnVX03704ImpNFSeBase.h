@@ -150,7 +150,7 @@ class TNFSeBase : public TImpDocEletBase {
   // become its own participant. A taker without a number makes no participant.
   void CarregarEmitente(const TDadosParte& parte);
   void CarregarDestinatario(const TDadosParte& parte);
-  // The id of the participant with that number and registration: found, or stored as a new one. It is the document's.
+  // Makes the participant with that number and registration the document's: the one found, or a new one.
   void BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte);
   // Makes the participant with that number and registration the document's, when the company has it.
   bool EncontrouParticipante(const String& numero, const String& ie, int codMun);

@@ -24,6 +24,8 @@ class TDocumentoXML {
   TNoXML Raiz() const { return FNos->empty() ? TNoXML::Nenhum : TNoXML{0}; }
   std::string_view Nome(TNoXML no) const { return FNomes[No(no).Nome]; }
 
+  // `no` is never Nenhum in what follows.
+
   // The first child (the next sibling) element of any name; Nenhum when there is none.
   TNoXML PrimeiroFilho(TNoXML no) const { return TNoXML{No(no).PrimeiroFilho}; }
   TNoXML ProximoIrmao(TNoXML no) const { return TNoXML{No(no).ProximoIrmao}; }

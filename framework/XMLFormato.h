@@ -8,7 +8,7 @@
 //   Leaf               an element with a text
 //   Child(ChildType)   a structured element
 //   Item*(ItemType)    a structured element that repeats
-//   @attribute         an attribute
+//   @attribute         an attribute, and "@attribute" in paths
 //   Name=Tag|OtherTag  read under Name: the child Tag when there is one, else OtherTag; with "(Type)" for
 //   structured ones
 //
@@ -81,10 +81,7 @@ constexpr std::string_view CortarAte(std::string_view& texto, std::string_view m
 
 constexpr TMembro LerMembro(std::string_view texto) {
   TMembro membro;
-  if (texto.starts_with('@')) {
-    membro.Atributo = true;
-    texto.remove_prefix(1);
-  }
+  membro.Atributo = texto.starts_with('@');
   const auto parentese = texto.find('(');
   if (parentese != texto.npos) {
     membro.Tipo = texto.substr(parentese + 1, texto.size() - parentese - 2);
@@ -96,7 +93,7 @@ constexpr TMembro LerMembro(std::string_view texto) {
   }
   const bool temTags = texto.find('=') != texto.npos;
   membro.Nome = CortarAte(texto, "=");
-  membro.Tags = temTags ? texto : membro.Nome;
+  membro.Tags = temTags ? texto : membro.Nome.substr(membro.Atributo ? 1 : 0);
   return membro;
 }
 

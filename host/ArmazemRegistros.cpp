@@ -45,6 +45,7 @@ struct TArmazemRegistros::TInstrucoes {
   long long IdPeriodo = 0;
   long long Numero = 0;
   std::tm Data{};
+  soci::indicator IndicadorData = soci::i_ok;
   int Operacao = 0;
   int Emissao = 0;
   String Participante;
@@ -57,8 +58,7 @@ struct TArmazemRegistros::TInstrucoes {
         RegA100(s, {"IDREG0150"}, {}),
         RegA170(s, {}, {}),
         RegA17R(s, {}, {}),
-        ParticipantesPorChave(s, "WHERE R.IDEMPRESA = :p0 AND R.DOCUMENTO = :p1 AND R.IE = :p2 ORDER BY R.IDREG0150",
-                              3),
+        ParticipantesPorChave(s, "WHERE R.IDEMPRESA = :p0 AND R.DOCUMENTO = :p1 AND R.IE = :p2", 3),
         ItemPorHash((s.prepare << "SELECT FIRST 1 IDREG0200 FROM ES02_REG0200 WHERE IDEMPRESA = :empresa AND "
                                   "HASHDESCRICAO = :hash",
                      soci::into(IdItem), soci::use(Empresa), soci::use(Hash))) {}
@@ -70,16 +70,6 @@ TArmazemRegistros::~TArmazemRegistros() { EsquecerInstrucoes(); }
 void TArmazemRegistros::EsquecerInstrucoes() {
   if (FBanco.Perdida()) static_cast<void>(FInstrucoes.release());
   FInstrucoes.reset();
-}
-
-template <class Acao>
-auto TArmazemRegistros::Proteger(Acao&& acao) -> decltype(acao()) {
-  try {
-    return FBanco.Proteger(acao);
-  } catch (const EBanco& erro) {
-    if (!FFalha) FFalha = erro.what();
-    throw;
-  }
 }
 
 void TArmazemRegistros::IniciarExecucao(Int64 idEmpresa) {
@@ -98,9 +88,10 @@ void TArmazemRegistros::IniciarExecucao(Int64 idEmpresa) {
   }
 }
 
-void TArmazemRegistros::Confirmar() {
+void TArmazemRegistros::Encerrar(bool manter) {
   try {
     if (FFalha) throw EBanco(*FFalha);
+    if (!manter) return Desfazer();
     // A prepared insertion of a BLOB doesn't outlive its transaction.
     FInstrucoes.reset();
     FBanco.Confirmar();
@@ -255,12 +246,12 @@ void TArmazemRegistros::SubstituirDocumentoAnterior(const TDadosRegistroA100& re
   if (!i.RemocaoDeDocumento)
     i.RemocaoDeDocumento = std::make_unique<soci::statement>(
         (FBanco.Sessao().prepare
-             << "DELETE FROM ES02_REGA100 WHERE IDREG0000 = :periodo AND NUM_DOC = :numero AND DT_DOC = :data AND "
+             << "DELETE FROM ES02_REGA100 WHERE IDREG0000 = :periodo AND NUM_DOC = :numero AND DT_DOC IS NOT "
+                "DISTINCT FROM :data AND "
                 "IND_OPER = :oper AND IND_EMIT = :emit AND COD_PART = :part AND SER || '.' = :serie",
-         soci::use(i.IdPeriodo), soci::use(i.Numero), soci::use(i.Data), soci::use(i.Operacao), soci::use(i.Emissao),
-         soci::use(i.Participante), soci::use(i.Serie)));
-  soci::indicator ignorado{};
-  TVinculo<TDateTime>::Ir(i.Data, ignorado, registro.GetDT_DOC());
+         soci::use(i.IdPeriodo), soci::use(i.Numero), soci::use(i.Data, i.IndicadorData), soci::use(i.Operacao),
+         soci::use(i.Emissao), soci::use(i.Participante), soci::use(i.Serie)));
+  TVinculo<TDateTime>::Ir(i.Data, i.IndicadorData, registro.GetDT_DOC());
   i.IdPeriodo = registro.GetIDREG0000();
   i.Numero = registro.GetNUM_DOC();
   i.Operacao = registro.GetIND_OPER();

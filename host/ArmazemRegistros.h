@@ -25,7 +25,9 @@ class TArmazemRegistros final : private IGravadorRegistros {
   void IniciarExecucao(Int64 idEmpresa);
   // Keeps what the run stored. When the database refused anything on the way, or refuses now, nothing is kept and
   // EBanco is raised with the first refusal.
-  void Confirmar();
+  void Confirmar() { Encerrar(true); }
+  // Ends the run: Confirmar when it is to be kept, else Desfazer. Raises EBanco when the database refused anything.
+  void Encerrar(bool manter);
   // Drops what the run stored.
   void Desfazer();
 
@@ -46,6 +48,11 @@ class TArmazemRegistros final : private IGravadorRegistros {
   // The period record of the date's month; made when there is none.
   Int64 BuscarPeriodo(const TDadosFilial& filial, TDateTime data);
 
+  // Runs `acao` over the database; a refusal makes the whole run fail, whatever becomes of the exception. For what an
+  // importer reads on its way.
+  template <class Acao>
+  auto Proteger(Acao&& acao) -> decltype(acao());
+
   // Documents stored in this run.
   std::size_t DocumentosGravados() const { return FDocumentosGravados; }
 
@@ -63,9 +70,6 @@ class TArmazemRegistros final : private IGravadorRegistros {
   void Gravar(const TDadosRegistroA17R& registro) override;
   void Gravar(const TDadosRegistro0000MSG& registro) override;
 
-  // Runs `acao`; a refusal of the database makes the whole run fail.
-  template <class Acao>
-  auto Proteger(Acao&& acao) -> decltype(acao());
   TInstrucoes& Instrucoes();
   template <class Insercao>
   void GuardarTextosLongos(const Insercao& insercao, std::string_view tabela, Int64 id);
@@ -93,5 +97,15 @@ class TArmazemRegistros final : private IGravadorRegistros {
   std::unordered_set<Int64> FDocumentosCompletados;  // stored with UtilizarUpdateORInsert
   std::unordered_set<String> FFilhosSubstituidos;    // table and document
 };
+
+template <class Acao>
+auto TArmazemRegistros::Proteger(Acao&& acao) -> decltype(acao()) {
+  try {
+    return FBanco.Proteger(acao);
+  } catch (const EBanco& erro) {
+    if (!FFalha) FFalha = erro.what();
+    throw;
+  }
+}
 
 }  // namespace impnfse

@@ -47,7 +47,7 @@ void TSuite::LerFiliais() { FEmpresaImportacao = TDadosEmpresaImportacao(ListarF
 const TLinhasConsulta& TSuite::ConsultarMemorizado(const String& sql) {
   const auto achada = FConsultas.find(sql);
   if (achada != FConsultas.end()) return achada->second;
-  return FConsultas.emplace(sql, FBanco.Consultar(sql)).first->second;
+  return FConsultas.emplace(sql, FArmazem.Proteger([&] { return FBanco.Consultar(sql); })).first->second;
 }
 
 }  // namespace impnfse

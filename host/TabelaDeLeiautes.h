@@ -19,7 +19,7 @@ struct TLinhaLeiaute {
 // A CSV with the header CODIGO;TP;DESCRICAO. Raises EConversao with the number of the first line that is wrong.
 std::vector<TLinhaLeiaute> LerLeiautesCSV(std::string_view csv);
 
-// Adds the layouts to the empty table, in the transaction in force.
+// Adds the layouts to the empty table, in the transaction in force. Raises what SOCI raises.
 void GravarLeiautes(soci::session& sessao, const std::vector<TLinhaLeiaute>& leiautes);
 
 }  // namespace impnfse

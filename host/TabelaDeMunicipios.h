@@ -31,8 +31,8 @@ enum class TCargaMunicipios {
 // the number of the first line that is wrong.
 std::vector<TLinhaMunicipio> LerMunicipiosCSV(std::string_view csv);
 
-// Writes the rows in the transaction in force. A lookup that takes the first row finds them in the order given. A
-// municipality that the table already had keeps its IDMUNICIPIO, which registers refer to.
+// Writes the rows in the transaction in force. Raises what SOCI raises. A lookup that takes the first row finds them in
+// the order given. A municipality that the table already had keeps its IDMUNICIPIO, which registers refer to.
 void GravarMunicipios(soci::session& sessao, const std::vector<TLinhaMunicipio>& linhas, TCargaMunicipios carga);
 
 }  // namespace impnfse

@@ -18,12 +18,14 @@ void TThread03704Base::WaitFor() {
 }
 
 bool TDmVX03704Base::ExecutouSQL(const String& sql) {
-  TSuite::Atual().Banco().Executar(sql);
+  auto& suite = TSuite::Atual();
+  suite.Armazem().Proteger([&] { suite.Banco().Executar(sql); });
   return true;
 }
 
 void TDmVX03704Base::AbrirDataSetSomenteLeitura(TVXClientDataSet* dataSet) {
-  dataSet->Abrir(TSuite::Atual().Banco().Consultar(dataSet->GetCommandText()));
+  auto& suite = TSuite::Atual();
+  dataSet->Abrir(suite.Armazem().Proteger([&] { return suite.Banco().Consultar(dataSet->GetCommandText()); }));
 }
 
 void TDmVX03704Base::AbrirDataSetMemorizado(TVXClientDataSet* dataSet) {

@@ -9,7 +9,8 @@
 
 namespace impnfse {
 
-// A thread with a list of error texts and an error flag. It doesn't start on its own.
+// A thread with a list of error texts and an error flag. It doesn't start on its own, and once started it must be
+// waited for before the object goes.
 class TThread03704Base {
  public:
   TThread03704Base() = default;

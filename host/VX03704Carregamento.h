@@ -22,6 +22,7 @@ class TCarregamento {
   TArmazemRegistros& FArmazem;
   std::vector<TRegistroAuxManutencao> FPendentes;
 };
+// Raises std::logic_error while no TSuite lives.
 TCarregamento* BuscarInstanciaCarregamento();
 
 }  // namespace impnfse

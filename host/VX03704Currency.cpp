@@ -52,6 +52,12 @@ std::string Currency::Texto() const {
   return fmt::format("{}{}.{:04}", negativo ? "-" : "", modulo / kEscala, modulo % kEscala);
 }
 
+std::string Currency::TextoCurto() const {
+  auto texto = Texto();
+  for (int i = 0; i < 2 && texto.back() == '0'; ++i) texto.pop_back();
+  return texto;
+}
+
 Currency ConverterCurrency(std::string_view texto) {
   const auto invalido = [&] { return EConversao(fmt::format("'{}' não é um valor decimal válido", texto)); };
   std::string_view resto = Aparar(texto);
@@ -61,6 +67,8 @@ Currency ConverterCurrency(std::string_view texto) {
   if (negativo || resto.front() == '+') resto.remove_prefix(1);
 
   const auto marca = PosicaoDaVirgulaDecimal(resto);
+  // A decimal mark stands once, whatever groups the thousands.
+  if (marca != resto.npos && resto.find(resto[marca]) != marca) throw invalido();
   // One more than the largest value: the smallest one's digits.
   constexpr Inteiro128 kLimite = Inteiro128{std::numeric_limits<std::int64_t>::max()} + 1;
   Inteiro128 valor = 0;

@@ -36,6 +36,9 @@ class Currency {
   // The exact decimal text with "." and four decimals: "-12.3400".
   std::string Texto() const;
 
+  // The same without the zeros that say nothing behind the cents: "-12.34", "0.00", "2.0512".
+  std::string TextoCurto() const;
+
   static constexpr std::int64_t kEscala = 10000;
 
  private:

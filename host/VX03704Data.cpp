@@ -35,11 +35,34 @@ bool TomarMarca(std::string_view& texto, char marca) {
   return true;
 }
 
-// What may stand behind a date: nothing (padding doesn't count) or "T" or a blank and a time, H:MM at least.
+// A time of day, with or without ":", seconds, a fraction and a zone: "10:20", "10:20:30.123-03:00", "102030Z".
+bool EhHora(std::string_view texto) {
+  const auto hora = TomarDigitos(texto, 2, 2);
+  const bool temMarca = TomarMarca(texto, ':');
+  const auto minuto = TomarDigitos(texto, 2, 2);
+  if (!hora || !minuto || *hora > 24 || *minuto > 59) return false;
+  const bool temSegundos =
+      temMarca ? TomarMarca(texto, ':') : !texto.empty() && texto.front() >= '0' && texto.front() <= '9';
+  if (temSegundos) {
+    const auto segundo = TomarDigitos(texto, 2, 2);
+    if (!segundo || *segundo > 60) return false;
+    if ((TomarMarca(texto, '.') || TomarMarca(texto, ',')) && !TomarDigitos(texto, 1, 9)) return false;
+  }
+  if (TomarMarca(texto, 'Z')) return texto.empty();
+  if (TomarMarca(texto, '+') || TomarMarca(texto, '-')) {
+    if (!TomarDigitos(texto, 2, 2)) return false;
+    TomarMarca(texto, ':');
+    if (!TomarDigitos(texto, 2, 2)) return false;
+  }
+  return texto.empty();
+}
+
+// What may stand behind a date: nothing, or "T" or a blank and a time. Blanks at the end don't count.
 bool TerminaAData(std::string_view resto) {
-  if (resto.find_first_not_of(' ') == resto.npos) return true;
-  if (!TomarMarca(resto, 'T') && !TomarMarca(resto, ' ')) return false;
-  return TomarDigitos(resto, 1, 2) && TomarMarca(resto, ':') && TomarDigitos(resto, 2, 2);
+  const auto fim = resto.find_last_not_of(' ');
+  if (fim == resto.npos) return true;
+  resto = resto.substr(0, fim + 1);
+  return (TomarMarca(resto, 'T') || TomarMarca(resto, ' ')) && EhHora(resto);
 }
 
 TDateTime ConverteAnoMesDia(std::string_view texto) {

@@ -14,9 +14,7 @@ void TDadosEmpresaImportacao::SelecionarFilialDoPedido(Int64 idFilial) {
     return idFilial == 0 || f.Dados.IDFILIAL == idFilial;
   });
   if (achada == FFiliais.end())
-    throw EBanco(
-        "Nenhuma filial registrada. Registre uma com: impnfse filial BANCO --cnpj ... --uf ... --municipio "
-        "...");
+    throw EBanco("A filial que importa não está registrada. Registre-a com: impnfse filial BANCO --cnpj ...");
   FPedido = static_cast<std::size_t>(achada - FFiliais.begin());
   DataInicial = 0;
   DataFinal = 0;

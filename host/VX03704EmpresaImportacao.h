@@ -25,6 +25,8 @@ class TDadosEmpresaImportacao {
 
   explicit TDadosEmpresaImportacao(std::vector<TFilialRegistrada> filiais);
 
+  // Without a branch selected, what reads the current branch raises std::out_of_range.
+
   // The current branch: the one that asked for the import, or the one found on a side of the note at hand.
   const TDadosFilial& GetDadosFilial() const { return Filial().Dados; }
   const TConfiguracao* GetConfiguracao() const { return &FConfiguracao; }
@@ -50,6 +52,7 @@ class TDadosEmpresaImportacao {
   std::size_t FAtual = 0;
   TConfiguracao FConfiguracao{{}};
 };
+// Raises std::logic_error while no TSuite lives.
 TDadosEmpresaImportacao* BuscarInstanciaEmpresaImportacao();
 
 }  // namespace impnfse

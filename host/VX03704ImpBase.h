@@ -26,6 +26,7 @@ struct TResumoArquivo {
   String FalhaAoMover;                 // why it couldn't go there, when it should have
 };
 
+// What reads or stores anything raises EBanco when the database refuses.
 class TArquivoImpBase : public TThread03704Base {
  public:
   // The request, the progress display (may be null) and the callback: set before Start.

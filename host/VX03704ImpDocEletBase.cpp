@@ -25,7 +25,9 @@ void TImpDocEletBase::Execute() {
 void TImpDocEletBase::EncerrarExecucao() {
   auto& armazem = TSuite::Atual().Armazem();
   const bool armazenou = armazem.DocumentosGravados() > 0;
-  armazem.Confirmar();
+  // A refusal of the database is told also when there is nothing to keep. Without a document nothing is: what a note
+  // that raised has left behind belongs to nobody.
+  armazem.Encerrar(armazenou);
   FArmazenouDocumento = armazenou;
 }
 

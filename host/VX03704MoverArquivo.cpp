@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -19,11 +20,10 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void Falhar(int erro) { throw std::system_error(erro, std::generic_category()); }
 
-// A file descriptor that closes itself.
+// A file descriptor that closes itself; one that couldn't be opened raises.
 class TDescritor {
  public:
-  TDescritor(const fs::path& caminho, int modo, mode_t permissoes = 0)
-      : FDescritor(::open(caminho.c_str(), modo | O_CLOEXEC, permissoes)) {
+  explicit TDescritor(int descritor) : FDescritor(descritor) {
     if (FDescritor < 0) Falhar(errno);
   }
   ~TDescritor() { ::close(FDescritor); }
@@ -35,20 +35,17 @@ class TDescritor {
   int FDescritor;
 };
 
-void Descarregar(const fs::path& pasta) {
-  const TDescritor descritor(pasta, O_RDONLY | O_DIRECTORY);
-  if (::fsync(descritor) != 0 && errno != EINVAL) Falhar(errno);
-}
-
 // Gives the file a new name unless that name is taken; false when it is.
 bool RenomeouSemSobrepor(const fs::path& de, const fs::path& para) {
   if (::renameat2(AT_FDCWD, de.c_str(), AT_FDCWD, para.c_str(), RENAME_NOREPLACE) == 0) return true;
   if (errno == EEXIST) return false;
-  if (errno != EINVAL) Falhar(errno);
+  if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) Falhar(errno);
   // A file system without that call: a link is as careful, with a moment in which both names exist.
   if (::link(de.c_str(), para.c_str()) == 0) {
-    if (::unlink(de.c_str()) != 0) Falhar(errno);
-    return true;
+    if (::unlink(de.c_str()) == 0) return true;
+    const int erro = errno;
+    ::unlink(para.c_str());
+    Falhar(erro);
   }
   if (errno == EEXIST) return false;
   Falhar(errno);
@@ -84,27 +81,23 @@ fs::path RenomearParaLivre(const fs::path& de, const fs::path& destino) {
 }
 
 // To another file system: a complete copy under a passing name in the same folder, then its name, then the original
-// goes. Whenever the process dies, the original or the whole copy is there.
+// goes. Whenever the process dies, the original or the whole copy is there; when anything fails, the copy goes.
 fs::path CopiarERemover(const fs::path& origem, const fs::path& destino) {
-  const auto parcial = destino.parent_path() / fmt::format(".impnfse-{}.parcial", ::getpid());
+  auto parcial = (destino.parent_path() / ".impnfse-XXXXXX").string();
+  const TDescritor para(::mkostemp(parcial.data(), O_CLOEXEC));
+  fs::path copia = parcial;
   try {
-    {
-      const TDescritor de(origem, O_RDONLY);
-      struct stat dados {};
-      if (::fstat(de, &dados) != 0) Falhar(errno);
-      const TDescritor para(parcial, O_WRONLY | O_CREAT | O_TRUNC, dados.st_mode & 07777U);
-      CopiarConteudo(de, para);
-    }
-    auto final = RenomearParaLivre(parcial, destino);
-    Descarregar(final.parent_path());
-    if (::unlink(origem.c_str()) != 0) {
-      const int erro = errno;
-      ::unlink(final.c_str());
-      Falhar(erro);
-    }
-    return final;
+    const TDescritor de(::open(origem.c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat dados {};
+    if (::fstat(de, &dados) != 0 || ::fchmod(para, dados.st_mode & 07777U) != 0) Falhar(errno);
+    CopiarConteudo(de, para);
+    copia = RenomearParaLivre(copia, destino);
+    const TDescritor pasta(::open(copia.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (::fsync(pasta) != 0 && errno != EINVAL) Falhar(errno);
+    if (::unlink(origem.c_str()) != 0) Falhar(errno);
+    return copia;
   } catch (...) {
-    ::unlink(parcial.c_str());
+    ::unlink(copia.c_str());
     throw;
   }
 }
@@ -130,7 +123,8 @@ bool TMoverArquivoIOP::MoveuArquivo() {
       if (erro.code().value() != EXDEV) throw;
       FArquivoFinal = CopiarERemover(origem, destino).string();
     }
-    if (fs::is_symlink(FOrigem)) fs::remove(FOrigem);
+    std::error_code ignorado;  // a link that stays behind leads nowhere, and harms nobody
+    if (fs::is_symlink(FOrigem, ignorado)) fs::remove(FOrigem, ignorado);
     return true;
   } catch (const std::system_error& erro) {
     FFalha = fmt::format("O arquivo ficou onde estava: não foi possível movê-lo para {} ({}).",

@@ -239,31 +239,31 @@ class TDadosRegistro0000MSG final : public TRegistroDe<TDadosRegistro0000MSG> {
 // A100, service document: one note seen from one side. It owns its items, retained taxes and messages; a copy has
 // copies of them.
 class TDadosRegistroA100 final : public TRegistroDe<TDadosRegistroA100> {
-#define IMPNFSE_CAMPOS_A100(CAMPO)                             \
-  CAMPO(Int64, IDREGA100)                                      \
-  CAMPO(TTipoExtensaoArquivo, TPIMPORTACAO)                    \
-  CAMPO(String, CAMINHOARQORIG) /* the file as found */        \
-  CAMPO(String, CAMINHOARQDEST) /* its place in the archive */ \
-  CAMPO(TTipoOperacao, IND_OPER)                               \
-  CAMPO(TEmissao, IND_EMIT)                                    \
-  CAMPO(String, COD_PART)                                      \
-  CAMPO(String, COD_MOD)                                       \
-  CAMPO(int, COD_SIT) /* 0 regular, 2 cancelled */             \
-  CAMPO(String, SER)                                           \
-  CAMPO(Int64, NUM_DOC)                                        \
-  CAMPO(String, CHV_NFSE) /* verification code of the note */  \
-  CAMPO(TDateTime, DT_DOC)                                     \
-  CAMPO(TDateTime, DT_EXE_SERV) /* date of execution */        \
-  CAMPO(String, IND_PGTO)                                      \
-  CAMPO(Currency, VL_DOC)                                      \
-  CAMPO(Currency, VL_DESC)                                     \
-  CAMPO(Currency, VL_ISS)                                      \
-  CAMPO(Currency, VL_PIS)                                      \
-  CAMPO(Currency, VL_COFINS)                                   \
-  CAMPO(Currency, VL_PIS_RET)                                  \
-  CAMPO(Currency, VL_COFINS_RET)                               \
-  CAMPO(Currency, VL_BC_PIS)                                   \
-  CAMPO(Currency, VL_BC_COFINS)                                \
+#define IMPNFSE_CAMPOS_A100(CAMPO)                                                                             \
+  CAMPO(Int64, IDREGA100)                                                                                      \
+  CAMPO(TTipoExtensaoArquivo, TPIMPORTACAO)                                                                    \
+  CAMPO(String, CAMINHOARQORIG) /* the file as found */                                                        \
+  CAMPO(String, CAMINHOARQDEST) /* its place in the archive, as asked for: the move may find the name taken */ \
+  CAMPO(TTipoOperacao, IND_OPER)                                                                               \
+  CAMPO(TEmissao, IND_EMIT)                                                                                    \
+  CAMPO(String, COD_PART)                                                                                      \
+  CAMPO(String, COD_MOD)                                                                                       \
+  CAMPO(int, COD_SIT) /* 0 regular, 2 cancelled */                                                             \
+  CAMPO(String, SER)                                                                                           \
+  CAMPO(Int64, NUM_DOC)                                                                                        \
+  CAMPO(String, CHV_NFSE) /* verification code of the note */                                                  \
+  CAMPO(TDateTime, DT_DOC)                                                                                     \
+  CAMPO(TDateTime, DT_EXE_SERV) /* date of execution */                                                        \
+  CAMPO(String, IND_PGTO)                                                                                      \
+  CAMPO(Currency, VL_DOC)                                                                                      \
+  CAMPO(Currency, VL_DESC)                                                                                     \
+  CAMPO(Currency, VL_ISS)                                                                                      \
+  CAMPO(Currency, VL_PIS)                                                                                      \
+  CAMPO(Currency, VL_COFINS)                                                                                   \
+  CAMPO(Currency, VL_PIS_RET)                                                                                  \
+  CAMPO(Currency, VL_COFINS_RET)                                                                               \
+  CAMPO(Currency, VL_BC_PIS)                                                                                   \
+  CAMPO(Currency, VL_BC_COFINS)                                                                                \
   CAMPO(int, TEMISSRETIDO) /* 1 when ISS is retained */
   IMPNFSE_CAMPOS(TDadosRegistroA100, IMPNFSE_CAMPOS_A100)
 #undef IMPNFSE_CAMPOS_A100

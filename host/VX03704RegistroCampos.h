@@ -44,7 +44,7 @@ constexpr TCampo<Registro, T> Campo(std::string_view nome, T Registro::*membro) 
 }
 
 // IMPNFSE_CAMPOS(TDadosRegistroX, LISTA) stands in the class body, where LISTA(CAMPO) is a macro with one CAMPO(type,
-// NAME) per field. It declares the members, getters and setters, and `Campos()`: a tuple of TCampo.
+// NAME) per field. It declares the members, getters and setters, and `CamposProprios()`: a tuple of TCampo.
 #define IMPNFSE_DECLARAR_CAMPO(Tipo, NOME)                   \
  public:                                                     \
   const Tipo& Get##NOME() const { return F##NOME; }          \

@@ -9,7 +9,6 @@
 namespace impnfse {
 
 enum TTipoExtensaoArquivo : int {
-  teaNenhum = 0,
   teaDocumentoEletronico = 1,  // every register that comes from an invoice file
 };
 
@@ -34,6 +33,9 @@ enum TTipoDeDado : int {
 };
 
 enum TThreadPriority : int { tpNormal = 3 };
+
+// Characters of a CNPJ; a shorter number is a CPF.
+inline constexpr std::size_t kTamanhoCNPJ = 14;
 
 // A branch of a company. Numbers are texts and are compared as such with those of the notes.
 struct TDadosFilial {

@@ -23,7 +23,6 @@ class TCampoDataSet {
   explicit TCampoDataSet(const std::optional<String>* celula) : FCelula(celula) {}
   // The empty text for NULL.
   String GetAsString() const { return FCelula->value_or(String()); }
-  bool IsNull() const { return !FCelula->has_value(); }
 
  private:
   const std::optional<String>* FCelula;

@@ -9,7 +9,8 @@
 
 namespace impnfse {
 
-// Lines end at CRLF, LF or CR. Taking line 0 off again and again costs the same each time.
+// Lines end at CRLF, LF or CR. An index behind the last line raises std::out_of_range. Taking line 0 off again and
+// again costs the same each time.
 class TStringList {
  public:
   // Replaces the lines by those of the file, decoded as DecodificarTexto tells. Raises EArquivo.
