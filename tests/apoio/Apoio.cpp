@@ -8,25 +8,6 @@
 #include "XMLFormato.h"
 
 namespace impnfse::testes {
-namespace {
-
-// Making a database takes longer than most tests do: they copy one. A run of ctest names the file that all of its
-// processes share, and the first one makes; without that name each process makes its own.
-const String& BancoModelo() {
-  static const TPastaTemporaria pasta;
-  static const String caminho = [] {
-    const auto* const daExecucao = std::getenv("IMPNFSE_BANCO_MODELO");
-    const String modelo = daExecucao != nullptr ? daExecucao : pasta / "modelo.fdb";
-    if (fs::exists(modelo)) return modelo;
-    const auto novo = fmt::format("{}.{}", modelo, ::getpid());
-    TBancoFirebird::Criar(novo);
-    fs::rename(novo, modelo);
-    return modelo;
-  }();
-  return caminho;
-}
-
-}  // namespace
 
 std::vector<std::pair<String, String>> Casos(std::string_view texto) {
   std::vector<std::pair<String, String>> casos;
@@ -36,6 +17,26 @@ std::vector<std::pair<String, String>> Casos(std::string_view texto) {
     casos.emplace_back(entrada, caso);
   }
   return casos;
+}
+
+::testing::AssertionResult Contem(const String& texto, std::string_view parte) {
+  if (texto.find(parte) != texto.npos) return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << "sem \"" << parte << "\":\n" << texto;
+}
+
+String Repetir(std::string_view texto, int vezes) {
+  String repetido;
+  for (int i = 0; i < vezes; ++i) repetido += texto;
+  return repetido;
+}
+
+String Levantado(const std::function<void()>& acao) {
+  try {
+    acao();
+  } catch (const std::exception& erro) {
+    return erro.what();
+  }
+  return {};
 }
 
 TPastaTemporaria::TPastaTemporaria(const fs::path& onde) {
@@ -56,6 +57,29 @@ String TPastaTemporaria::Gravar(std::string_view nome, std::string_view bytes) c
   return caminho.string();
 }
 
+// Making a database takes longer than most tests do: they copy one. A run of ctest names the file that all of its
+// processes share, and the first one makes; without that name each process makes its own.
+void NovoBanco(const String& caminho) {
+  static const TPastaTemporaria pasta;
+  const auto* const daExecucao = std::getenv("IMPNFSE_BANCO_MODELO");
+  const String modelo = daExecucao != nullptr ? daExecucao : pasta / "modelo.fdb";
+  if (!fs::exists(modelo)) {
+    const auto novo = fmt::format("{}.{}", modelo, ::getpid());
+    TBancoFirebird::Criar(novo);
+    fs::rename(novo, modelo);
+  }
+  fs::copy_file(modelo, caminho);
+}
+
+String Tabela(TBancoFirebird& banco, const String& sql) {
+  String texto;
+  for (const auto& linha : banco.Consultar(sql).Linhas) {
+    if (!texto.empty()) texto += '\n';
+    for (std::size_t i = 0; i < linha.size(); ++i) texto += (i == 0 ? "" : "|") + linha[i].value_or("-");
+  }
+  return texto;
+}
+
 TFilialRegistrada Filial(const String& cnpj, const String& uf, Int64 empresa) {
   TFilialRegistrada filial;
   filial.Dados = {
@@ -65,8 +89,8 @@ TFilialRegistrada Filial(const String& cnpj, const String& uf, Int64 empresa) {
 }
 
 TTesteComBanco::TTesteComBanco() {
-  fs::copy_file(BancoModelo(), Pasta / "banco.fdb");
-  FSuite.emplace(Pasta / "banco.fdb");
+  NovoBanco(Pasta / "banco.fdb");
+  Reabrir();
   auto filial = Filial();
   filial.ArquivoMorto = Pasta / "morto";
   Registrar(filial);
@@ -82,28 +106,21 @@ void TTesteComBanco::Reabrir() {
   FSuite.emplace(Pasta / "banco.fdb");
 }
 
-std::unique_ptr<TImpNFSe> TTesteComBanco::Importar(const String& arquivo, const String& leiaute, Int64 filial) {
+std::unique_ptr<TImpNFSe> TTesteComBanco::Importar(const String& arquivo, Int64 filial) {
   auto importacao = std::make_unique<TImpNFSe>();
-  importacao->DadosArquivo = {
-      .Arquivo = arquivo, .CodigoLeiaute = leiaute, .TipoImportacao = "NFSE", .IDFILIAL = filial};
+  importacao->DadosArquivo = {.Arquivo = arquivo, .CodigoLeiaute = "43", .TipoImportacao = "NFSE", .IDFILIAL = filial};
   importacao->Start();
   importacao->WaitFor();
   return importacao;
 }
 
-std::unique_ptr<TImpNFSe> TTesteComBanco::ImportarTexto(std::string_view conteudo, const String& leiaute) {
-  return Importar(Pasta.Gravar(fmt::format("entrada/{}.xml", ++FArquivos), conteudo), leiaute);
+String TTesteComBanco::Documentos(const String& colunas) {
+  return Tabela(fmt::format(
+      "SELECT {} FROM ES02_REGA100 A JOIN ES02_REG0000 P ON P.IDREG0000 = A.IDREG0000 LEFT JOIN ES02_REG0150 Q ON "
+      "Q.COD_PART = A.COD_PART LEFT JOIN ES02_REGA170 I ON I.IDREGA100 = A.IDREGA100 LEFT JOIN ES02_REG0200 D ON "
+      "D.IDREG0200 = I.IDREG0200 LEFT JOIN ES02_REGA17R R ON R.IDREGA100 = A.IDREGA100 ORDER BY A.IDREGA100, "
+      "R.IDREGA17R",
+      colunas));
 }
-
-String TTesteComBanco::Tabela(const String& sql) {
-  String texto;
-  for (const auto& linha : Banco().Consultar(sql).Linhas) {
-    if (!texto.empty()) texto += '\n';
-    for (std::size_t i = 0; i < linha.size(); ++i) texto += (i == 0 ? "" : "|") + linha[i].value_or("-");
-  }
-  return texto;
-}
-
-String Erros(TArquivoImpBase& importacao) { return importacao.GetListaErros().Text(); }
 
 }  // namespace impnfse::testes

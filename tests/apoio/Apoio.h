@@ -1,6 +1,7 @@
-// What the tests share: temporary folders and databases, the run of one file, and the stored registers as text.
+// What the tests share: temporary folders and databases, the run of one file, and what is stored as text.
 #pragma once
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -9,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "SqlRegistro.h"
 #include "Suite.h"
 #include "UnVX03704ImpNFSe.h"
 
@@ -19,6 +19,10 @@ namespace fs = std::filesystem;
 
 // A table of cases from one text: "input => expected | input => expected".
 std::vector<std::pair<String, String>> Casos(std::string_view texto);
+::testing::AssertionResult Contem(const String& texto, std::string_view parte);
+String Repetir(std::string_view texto, int vezes);
+// The text of the exception that the action raises; empty when it raises none.
+String Levantado(const std::function<void()>& acao);
 
 // A folder of its own, which goes with its content.
 class TPastaTemporaria {
@@ -31,13 +35,20 @@ class TPastaTemporaria {
   String operator/(std::string_view nome) const { return (FPasta / nome).string(); }
   // Writes the file, making its folders, and gives its path.
   String Gravar(std::string_view nome, std::string_view bytes) const;
+  bool Tem(std::string_view nome) const { return fs::exists(fs::symlink_status(FPasta / nome)); }
 
  private:
   fs::path FPasta;
 };
 
-// The branch of most tests: Florianópolis, SC, with an archive folder when one is given.
+// A new database with the shipped tables.
+void NovoBanco(const String& caminho);
+// The rows of a query: cells separated by "|" (NULL is "-"), each row behind the first after a line break.
+String Tabela(TBancoFirebird& banco, const String& sql);
+
+// The branch of most tests: Florianópolis, SC.
 inline constexpr const char* kCNPJFilial = "11222333000181";
+inline constexpr const char* kOutraFilial = "11222333000262";
 TFilialRegistrada Filial(const String& cnpj = kCNPJFilial, const String& uf = "SC", Int64 empresa = 1);
 
 // An open suite over a new database with one branch, whose archive is the folder "morto".
@@ -45,7 +56,7 @@ class TTesteComBanco : public ::testing::Test {
  protected:
   TTesteComBanco();
 
-  // Registers branches, which the suite then knows.
+  // Registers a branch, which the suite then knows.
   void Registrar(const TFilialRegistrada& filial);
   // Closes the suite and opens it again over the same database.
   void Reabrir();
@@ -54,40 +65,22 @@ class TTesteComBanco : public ::testing::Test {
   TArmazemRegistros& Armazem() { return FSuite->Armazem(); }
   TSuite& Suite() { return *FSuite; }
 
-  // Imports the file under the code, and gives the front end after its run.
-  std::unique_ptr<TImpNFSe> Importar(const String& arquivo, const String& leiaute = "43", Int64 filial = 0);
-  // The same for a file with that content.
-  std::unique_ptr<TImpNFSe> ImportarTexto(std::string_view conteudo, const String& leiaute = "43");
+  // Imports the file as GINFES, and gives the front end after its run.
+  std::unique_ptr<TImpNFSe> Importar(const String& arquivo, Int64 filial = 0);
 
-  // The rows of a query: cells separated by "|" (NULL is "-"), each row behind the first after a line break.
-  String Tabela(const String& sql);
+  String Tabela(const String& sql) { return testes::Tabela(Banco(), sql); }
+  // The same of the stored documents (A) with their periods (P), participants (Q), items (I), the descriptions of these
+  // (D) and retained taxes (R), in order of insertion.
+  String Documentos(const String& colunas);
   Int64 Contar(const String& tabela) { return Banco().ConsultarInteiro("SELECT COUNT(*) FROM " + tabela); }
-  // The stored registers of a class, read as the program reads them.
-  template <class Registro>
-  std::vector<Registro> Ler();
 
   TPastaTemporaria Pasta;
 
  private:
-  int FArquivos = 0;
   std::optional<TSuite> FSuite;
 };
 
 // The error list as one text, a line each.
-String Erros(TArquivoImpBase& importacao);
-
-template <class Registro>
-std::vector<Registro> TTesteComBanco::Ler() {
-  const bool transacaoPropria = !Banco().EmTransacao();
-  if (transacaoPropria) Banco().Iniciar();
-  std::vector<Registro> registros;
-  {
-    TLeitura<Registro> leitura(Banco().Sessao(), "ORDER BY 1", 0);
-    leitura.Abrir();
-    for (Registro registro; leitura.Proximo(registro);) registros.push_back(registro);
-  }
-  if (transacaoPropria) Banco().Confirmar();
-  return registros;
-}
+inline String Erros(TArquivoImpBase& importacao) { return importacao.GetListaErros().Text(); }
 
 }  // namespace impnfse::testes

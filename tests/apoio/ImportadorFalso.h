@@ -8,29 +8,30 @@ namespace impnfse::testes {
 class TImportadorFalso : public TNFSeBase {
  public:
   using TAcao = std::function<void(TImportadorFalso&)>;
-  // What the next importers do when they are prepared and when they run.
-  static inline TAcao AoInicializar;
-  static inline TAcao AoCarregar;
+  static inline TAcao AoCarregar;  // what the next importer does
 
   TImportadorFalso() : TNFSeBase(false) {}
-  static std::unique_ptr<TNFSeBase> Criar() { return std::make_unique<TImportadorFalso>(); }
 
-  void InicializarDados(const String& classe) override {
-    TNFSeBase::InicializarDados(classe);
-    if (AoInicializar) AoInicializar(*this);
-  }
   void Carregar() override {
     TNFSeBase::Carregar();
-    if (AoCarregar) AoCarregar(*this);
+    AoCarregar(*this);
   }
   String GetCNPJCPFEmitente() override { return Emitente; }
   String GetCNPJCPFDestinatario() override { return Destinatario; }
   TDateTime GetData() override { return Data; }
-  String GetChave() override { return "CHAVE"; }
+  // The values that CarregarA17R asks for.
+  bool GetDocumentoTemISSRetido() override { return ISSRetido; }
+  Currency GetBaseCalculo() override { return 100; }
+  Currency GetValorISS() override { return 5; }
+  Currency GetAliquotaISS() override { return 2; }
+  Currency GetValorIR() override { return 1; }
+  Currency GetValorPIS() override { return 3; }
+  Currency GetValorCSLL() override { return 4; }
 
   String Emitente = kCNPJFilial;
   String Destinatario;
   TDateTime Data = DataDe(2026, 3, 15);
+  bool ISSRetido = false;
 
   // A whole document with that number; `recheio` adds to it before it is stored.
   void Documento(const String& numero, const std::function<void()>& recheio = {}) {
@@ -46,16 +47,48 @@ class TImportadorFalso : public TNFSeBase {
   }
   void Falhar(const String& erro) { Erro = erro; }
 
-  using TNFSeBase::AdicionarA170;
-  using TNFSeBase::BuscarOuInserirParticipante;
-  using TNFSeBase::CarregarA17R;
-  using TNFSeBase::CarregarItem;
-  using TNFSeBase::ComErroEstrutura;
-  using TNFSeBase::DestroyA100;
-  using TNFSeBase::GetDadosA100;
-  using TNFSeBase::InserirRetencao;
-  using TNFSeBase::NovoA170;
-  using TNFSeBase::PercorrerNotasComProgresso;
+  using TNFSeBase::AdicionarA170, TNFSeBase::BuscarOuInserirParticipante, TNFSeBase::CarregarA17R,
+      TNFSeBase::CarregarItem, TNFSeBase::ComErroEstrutura, TNFSeBase::GetDadosA100, TNFSeBase::NovoA170,
+      TNFSeBase::PercorrerNotasComProgresso;
+};
+
+// Runs that importer from the front end, as dispatch does.
+class TTesteComImportador : public TTesteComBanco {
+ protected:
+  class TFront : public TImpNFSe {
+   public:
+    void Carregar() override {
+      TArquivoImpBase::Carregar();
+      const auto criar = []() -> std::unique_ptr<TNFSeBase> { return std::make_unique<TImportadorFalso>(); };
+      CarregarNFSe({.Id = 99, .Classe = "TNFSeFalso", .Criar = criar, .Variacao = Variacao});
+    }
+    TVariacaoNFSe Variacao = TVariacaoNFSe::Nenhuma;
+  };
+
+  // A run over the file nota.xml; what came of it is in Front.
+  void Executar(TImportadorFalso::TAcao acao, TVariacaoNFSe variacao = TVariacaoNFSe::Nenhuma,
+                const String& leiaute = "43", const String& tipo = "NFSE") {
+    TImportadorFalso::AoCarregar = std::move(acao);
+    Front = std::make_unique<TFront>();
+    Front->Variacao = variacao;
+    Front->BarraProgresso = Barra;
+    Front->OnArquivoCarregado = Retorno;
+    Front->DadosArquivo = {
+        .Arquivo = Pasta.Gravar("nota.xml", "x"), .CodigoLeiaute = leiaute, .TipoImportacao = tipo, .IDFILIAL = 1};
+    Front->Start();
+    Front->WaitFor();
+  }
+  // What a run tells: the worker's flag and last error, the front end's flag, where the file is, the error list.
+  String Resultado() {
+    const auto& r = Front->GetResumo();
+    return fmt::format("{}, {}, {}, {}: {}", r.Importou ? "importou" : "não importou", r.Erro,
+                       Front->GetTemErros() ? "tem erros" : "sem erros", Pasta.Tem("nota.xml") ? "ficou" : "foi",
+                       Substituir(Erros(*Front), "\n", "; "));
+  }
+
+  std::unique_ptr<TFront> Front;
+  TVXBarraProgresso* Barra = nullptr;
+  std::function<void(TArquivoImpBase*)> Retorno;
 };
 
 }  // namespace impnfse::testes

@@ -1,10 +1,6 @@
 // Builds GINFES files: a valid note of the test branch to a taker in Curitiba, of which a test overrides what it needs.
 #pragma once
 
-#include <fmt/format.h>
-
-#include <vector>
-
 #include "Apoio.h"
 
 namespace impnfse::testes {
@@ -22,14 +18,12 @@ inline String CNPJ(std::string_view numero) { return fmt::format("<Cnpj>{}</Cnpj
 struct TNotaGINFES {
   String Numero = "1";
   String DataEmissao = "2026-03-15T10:20:30";
-  String NaturezaOperacao = "N1";
   String ValorServicos = "1000.00";
   String IssRetido = "2";
   String ValorIss = "50.00";
   String ValorIssRetido = "0.00";
   String BaseCalculo = "900.00";
   String Aliquota = "5.00";
-  String CodigoTributacao = "0105";
   String Discriminacao = "Consultoria fiscal";
   TParteGINFES Prestador = {
       .Documento = CNPJ(kCNPJFilial), .Nome = "Oficina d'Água Ltda", .Cidade = "4205407", .Estado = "SC"};
@@ -44,15 +38,14 @@ struct TNotaGINFES {
     };
     return fmt::format(
         "<Nfse><IdentificacaoNfse><Numero>{}</Numero><CodigoVerificacao>ABC-1</CodigoVerificacao></IdentificacaoNfse>"
-        "<DataEmissao>{}</DataEmissao><NaturezaOperacao>{}</NaturezaOperacao><Servico><Valores><ValorServicos>{}"
+        "<DataEmissao>{}</DataEmissao><NaturezaOperacao>N1</NaturezaOperacao><Servico><Valores><ValorServicos>{}"
         "</ValorServicos><IssRetido>{}</IssRetido><ValorIss>{}</ValorIss><BaseCalculo>{}</BaseCalculo>"
         "<Aliquota>{}</Aliquota><ValorIssRetido>{}</ValorIssRetido></Valores><ItemListaServico>17.01</ItemListaServico>"
-        "<CodigoTributacaoMunicipio>{}</CodigoTributacaoMunicipio><Discriminacao>{}</Discriminacao></Servico>"
+        "<CodigoTributacaoMunicipio>0105</CodigoTributacaoMunicipio><Discriminacao>{}</Discriminacao></Servico>"
         "<PrestadorServico><IdentificacaoPrestador>{}</IdentificacaoPrestador>{}</PrestadorServico>"
         "<TomadorServico><IdentificacaoTomador><CpfCnpj>{}</CpfCnpj></IdentificacaoTomador>{}</TomadorServico></Nfse>",
-        Numero, DataEmissao, NaturezaOperacao, ValorServicos, IssRetido, ValorIss, BaseCalculo, Aliquota,
-        ValorIssRetido, CodigoTributacao, Discriminacao, Prestador.Documento, endereco(Prestador), Tomador.Documento,
-        endereco(Tomador));
+        Numero, DataEmissao, ValorServicos, IssRetido, ValorIss, BaseCalculo, Aliquota, ValorIssRetido, Discriminacao,
+        Prestador.Documento, endereco(Prestador), Tomador.Documento, endereco(Tomador));
   }
 };
 

@@ -4,17 +4,16 @@
 #include <grp.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
-#include <pty.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <csignal>
 #include <cstddef>
-#include <fstream>
-#include <iterator>
+#include <iomanip>
+#include <sstream>
 
 namespace impnfse::testes {
 namespace {
@@ -22,20 +21,17 @@ namespace {
 constexpr unsigned kLimiteSegundos = 60;
 constexpr id_t kNobody = 65534;
 
-std::vector<char*> Ponteiros(TArgumentos& textos) {
-  std::vector<char*> ponteiros;
-  for (auto& texto : textos) ponteiros.push_back(texto.data());
-  ponteiros.push_back(nullptr);
-  return ponteiros;
+std::vector<String> Argumentos(const String& linha) {
+  std::vector<String> argumentos = {"impnfse"};
+  std::istringstream texto(linha);
+  for (String argumento; texto >> std::quoted(argumento, '\'');) argumentos.push_back(argumento);
+  return argumentos;
 }
 
-// What stands in the file, or waits in the terminal.
-String LerDescritor(int descritor) {
-  String texto;
-  ::lseek(descritor, 0, SEEK_SET);
-  std::array<char, 65536> bloco{};
-  for (ssize_t n = 0; (n = ::read(descritor, bloco.data(), bloco.size())) > 0;)
-    texto.append(bloco.data(), static_cast<std::size_t>(n));
+String LerEFechar(int descritor) {
+  const auto tamanho = std::max<off_t>(::lseek(descritor, 0, SEEK_END), 0);
+  String texto(static_cast<std::size_t>(tamanho), '\0');
+  EXPECT_EQ(::pread(descritor, texto.data(), texto.size(), 0), tamanho);
   ::close(descritor);
   return texto;
 }
@@ -51,37 +47,32 @@ bool MorrerAoChamar(int chamada) {
 
 }  // namespace
 
-TProcesso::TProcesso(TArgumentos argumentos, const TOpcoesExecucao& opcoes)
-    : FSaida(opcoes.Saida.empty() ? ::memfd_create("saida", 0) : ::open(opcoes.Saida.c_str(), O_WRONLY)) {
-  int erros = FErros = ::memfd_create("erros", 0);
-  if (opcoes.Terminal && ::openpty(&FErros, &erros, nullptr, nullptr, nullptr) != 0)
-    throw std::runtime_error("sem pseudoterminal");
-
+TProcesso::TProcesso(const String& linha, const TOpcoesExecucao& opcoes)
+    : FSaida(opcoes.Saida.empty() ? ::memfd_create("saida", 0) : ::open(opcoes.Saida.c_str(), O_RDWR)),
+      FErros(::memfd_create("erros", 0)) {
   const bool semPrivilegios = opcoes.SemPrivilegios && ::geteuid() == 0;
-  argumentos.insert(argumentos.begin(), "impnfse");
-  TArgumentos ambiente;
-  for (char** variavel = environ; *variavel != nullptr; ++variavel) ambiente.emplace_back(*variavel);
-  // The engine's lock files of one user are shut to another.
-  if (semPrivilegios) ambiente.push_back("FIREBIRD_LOCK=" + opcoes.Pasta);
-  const auto argv = Ponteiros(argumentos);
-  const auto envp = Ponteiros(ambiente);
+  auto argumentos = Argumentos(linha);
+  std::vector<char*> argv;
+  for (auto& argumento : argumentos) argv.push_back(argumento.data());
+  argv.push_back(nullptr);
   // By its descriptor the program also runs where its folder is shut to the one who runs it.
   const int programa = ::open(IMPNFSE_PROGRAMA, O_RDONLY | O_CLOEXEC);
 
+  // The engine's lock files of one user are shut to another.
+  if (semPrivilegios) ::setenv("FIREBIRD_LOCK", opcoes.Pasta.c_str(), 1);
   FPid = ::fork();
   if (FPid == 0) {
     ::dup2(FSaida, STDOUT_FILENO);
-    ::dup2(erros, STDERR_FILENO);
+    ::dup2(FErros, STDERR_FILENO);
     ::alarm(kLimiteSegundos);
-    const bool pronto =
-        ::chdir(opcoes.Pasta.c_str()) == 0 &&
+    if (::chdir(opcoes.Pasta.c_str()) == 0 &&
         (!semPrivilegios || (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0)) &&
-        (opcoes.MorreAoChamar < 0 || MorrerAoChamar(opcoes.MorreAoChamar));
-    if (pronto) ::fexecve(programa, argv.data(), envp.data());
+        (opcoes.MorreAoChamar < 0 || MorrerAoChamar(opcoes.MorreAoChamar)))
+      ::fexecve(programa, argv.data(), environ);
     ::_exit(127);
   }
+  if (semPrivilegios) ::unsetenv("FIREBIRD_LOCK");
   ::close(programa);
-  if (opcoes.Terminal) ::close(erros);
 }
 
 void TProcesso::Sinalizar(int sinal) const { ::kill(FPid, sinal); }
@@ -92,49 +83,46 @@ const TExecucao& TProcesso::Esperar() {
   ::waitpid(FPid, &estado, 0);
   FPid = -1;
   FExecucao = {.Status = WIFSIGNALED(estado) ? -WTERMSIG(estado) : WEXITSTATUS(estado),
-               .Saida = LerDescritor(FSaida),
-               .Erros = LerDescritor(FErros)};
+               .Saida = LerEFechar(FSaida),
+               .Erros = LerEFechar(FErros)};
   return FExecucao;
 }
 
 TTestePrograma::TTestePrograma() {
-  static const TPastaTemporaria modelo;
-  static const auto criou = TProcesso({"criar", "modelo.fdb"}, {.Pasta = modelo / ""}).Esperar();
-  if (criou.Status != 0) throw std::runtime_error(criou.Erros);
-  fs::copy_file(modelo / "modelo.fdb", Pasta / "banco.fdb");
+  NovoBanco(Pasta / "banco.fdb");
   fs::create_directory(Pasta / "entrada");
-  RegistrarFilial({"--nome", "Oficina d'Água; matriz", "--arquivo-morto", "morto"});
+  RegistrarFilial("--nome 'Oficina d\\'Água; matriz' --arquivo-morto morto");
 }
 
-TExecucao TTestePrograma::Rodar(const TArgumentos& argumentos, TOpcoesExecucao opcoes) const {
+TExecucao TTestePrograma::Rodar(const String& linha, TOpcoesExecucao opcoes) const {
   if (opcoes.Pasta.empty()) opcoes.Pasta = Pasta / "";
-  return TProcesso(argumentos, opcoes).Esperar();
+  return TProcesso(linha, opcoes).Esperar();
 }
 
-TExecucao TTestePrograma::Importar(const TArgumentos& resto, const TOpcoesExecucao& opcoes) const {
-  return Rodar(Juntar({"importar", "banco.fdb", "--leiaute", "43"}, resto), opcoes);
+TExecucao TTestePrograma::Importar(const String& resto, const TOpcoesExecucao& opcoes) const {
+  return Rodar("importar banco.fdb --leiaute 43 " + resto, opcoes);
 }
 
-TExecucao TTestePrograma::RegistrarFilial(const TArgumentos& resto, const String& cnpj) const {
-  auto execucao = Rodar(Juntar({"filial", "banco.fdb", "--cnpj", cnpj, "--uf", "SC", "--municipio", "4205407"}, resto));
+void TTestePrograma::ImportarNotas(const std::vector<TNotaGINFES>& notas) const {
+  const auto execucao = Importar(Pasta.Gravar("entrada/x.xml", ArquivoGINFES(notas)));
+  EXPECT_EQ(execucao.Status, 0) << execucao.Saida << execucao.Erros;
+}
+
+String TTestePrograma::RegistrarFilial(const String& resto, const String& cnpj) const {
+  const auto execucao = Rodar(fmt::format("filial banco.fdb --uf SC --municipio 4205407 --cnpj {} {}", cnpj, resto));
   EXPECT_EQ(execucao.Status, 0) << execucao.Erros;
-  return execucao;
+  return execucao.Saida;
 }
 
-Json TTestePrograma::Registros(const TArgumentos& filtros) const {
-  const auto execucao = Rodar(Juntar({"registros", "banco.fdb", "--json"}, filtros));
+Json TTestePrograma::Registros(const String& filtros) const {
+  const auto execucao = Rodar("registros banco.fdb --json " + filtros);
   EXPECT_EQ(execucao.Status, 0) << execucao.Erros;
   return Json::parse(execucao.Saida);
 }
 
-TArgumentos Juntar(TArgumentos inicio, const TArgumentos& resto) {
-  inicio.insert(inicio.end(), resto.begin(), resto.end());
-  return inicio;
-}
-
-::testing::AssertionResult Contem(const String& texto, std::string_view parte) {
-  if (texto.find(parte) != texto.npos) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "sem \"" << parte << "\":\n" << texto;
+String TTestePrograma::Tabela(const String& sql) const {
+  TBancoFirebird banco(Pasta / "banco.fdb");
+  return testes::Tabela(banco, sql);
 }
 
 ::testing::AssertionResult FalhouComUmaLinha(const TExecucao& execucao, int status, std::string_view parte) {
@@ -144,29 +132,8 @@ TArgumentos Juntar(TArgumentos inicio, const TArgumentos& resto) {
   for (const auto* ingles : {"rror", "Value", "xception", "Invalid", "DATABASE", "denied", "directory", "operation"})
     certa = certa && linha.find(ingles) == linha.npos;
   if (certa) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "status " << execucao.Status << ", esperado: " << status
-                                       << " e uma linha com \"" << parte << "\":\n"
-                                       << linha << execucao.Saida;
-}
-
-String Forma(const Json& objeto) {
-  String forma;
-  for (const auto& [chave, valor] : objeto.items()) {
-    const char tipo = valor.is_number_float()     ? 'n'
-                      : valor.is_number_integer() ? 'i'
-                      : valor.is_string()         ? 's'
-                      : valor.is_boolean()        ? 'b'
-                      : valor.is_array()          ? 'a'
-                      : valor.is_null()           ? 'z'
-                                                  : '?';
-    forma += fmt::format("{}{}:{}", forma.empty() ? "" : " ", chave, tipo);
-  }
-  return forma;
-}
-
-String LerTudo(const String& caminho) {
-  std::ifstream arquivo(caminho, std::ios::binary);
-  return {std::istreambuf_iterator<char>(arquivo), {}};
+  return ::testing::AssertionFailure() << fmt::format("status {}, esperado: {} e uma linha com \"{}\":\n{}{}",
+                                                      execucao.Status, status, parte, linha, execucao.Saida);
 }
 
 }  // namespace impnfse::testes

@@ -1,165 +1,122 @@
 // registros: what was stored, whole and exact, as JSON and as a table.
 #include "Programa.h"
 
-namespace impnfse::testes {
-namespace {
+namespace impnfse::testes::registros {
 
 using TTesteRegistros = TTestePrograma;
 
-TEST_F(TTesteRegistros, JSONTemOsCamposNaOrdemComOsTiposDeles) {
-  TNotaGINFES nota;
-  nota.IssRetido = "1";
-  Pasta.Gravar("entrada/x.xml", ArquivoGINFES({nota}));
-  ASSERT_EQ(Importar({"entrada"}).Status, 0);
-  {
-    // What no GINFES file brings.
-    TBancoFirebird banco(Pasta / "banco.fdb");
-    banco.Executar(
-        "INSERT INTO ES02_REG0000MSG (IDREG0000, AUX1, CHAVECONDICAOADICIONAL, IDREG, INFORMACAO4, "
-        "IDREG0000MSG) SELECT IDREG0000, '', '', IDREGA100, 'aviso', 1 FROM ES02_REGA100");
-    banco.Executar(
-        "INSERT INTO ES02_AUXMANUTENCAO (IDREG0000, IDREG, TIPO, CAMPO, VALOR, CHAVEADICIONAL, "
-        "IDAUXMANUTENCAO) SELECT IDREG0000, IDREGA100, 'NFSE', 'DT', '', '', 1 FROM ES02_REGA100");
-    banco.Executar("UPDATE ES02_REGA100 SET DT_EXE_SERV = NULL");
+// The keys in order, each with its type: i integer, d decimal, s text, n null, and the rows of an array.
+String Forma(const Json& valor) {
+  String forma;
+  for (const auto& [chave, v] : valor.items()) {
+    if (valor.is_object()) forma += chave + ":";
+    forma += v.is_structured()       ? "{" + Forma(v) + "}"
+             : v.is_number_float()   ? "d "
+             : v.is_number_integer() ? "i "
+                                     : String(v.type_name(), 1) + " ";
   }
-  const auto registros = Registros();
-  EXPECT_EQ(Forma(registros), "0000:a 0150:a 0200:a A100:a AUXMANUTENCAO:a IMPORTACFG:a");
-  for (const auto& [chave, linhas] : registros.items()) ASSERT_EQ(linhas.size(), 1U) << chave;
-  const auto& a100 = registros["A100"][0];
-  for (const auto* filhos : {"A170", "A17R", "MSG"}) ASSERT_EQ(a100[filhos].size(), 1U) << filhos;
+  return forma;
+}
 
-  const String comuns = "IDREG0000:i AUX1:s ChaveCondicaoAdicional:s ";
-  EXPECT_EQ(Forma(registros["0000"][0]), "IDREG0000:i IDEMPRESA:i IDFILIAL:i DT_INI:s DT_FIN:s");
-  EXPECT_EQ(Forma(registros["0150"][0]),
-            comuns +
-                "IDREG0150:i COD_PART:s NOME:s CNPJ:s CPF:s IE:s COD_MUN:i MUNICIPIO:s IDMUNICIPIO:i ENDERECO:s NUM:s "
-                "COMPL:s BAIRRO:s UF:s COD_PAIS:i OPTANTESIMPLES:s TPIMPORTACAO:i");
-  EXPECT_EQ(Forma(registros["0200"][0]),
-            comuns +
-                "IDREG0200:i COD_ITEM:s COD_PART:s IND_EMIT:i DESCR_ITEM:s TIPO_ITEM:i COD_GEN:i COD_LST:s UNID_INV:s "
-                "TPIMPORTACAO:i");
-  EXPECT_EQ(Forma(a100),
-            comuns +
-                "IDREGA100:i TPIMPORTACAO:i CAMINHOARQORIG:s CAMINHOARQDEST:s IND_OPER:i IND_EMIT:i COD_PART:s "
-                "COD_MOD:s COD_SIT:i SER:s NUM_DOC:i CHV_NFSE:s DT_DOC:s DT_EXE_SERV:z IND_PGTO:s VL_DOC:n VL_DESC:n "
-                "VL_ISS:n VL_PIS:n VL_COFINS:n VL_PIS_RET:n VL_COFINS_RET:n VL_BC_PIS:n VL_BC_COFINS:n TEMISSRETIDO:i "
-                "A170:a A17R:a MSG:a");
-  EXPECT_EQ(Forma(a100["A170"][0]),
-            comuns +
-                "IDREGA170:i IDREGA100:i IDREG0200:i NUM_ITEM:i COD_ITEM:s QTD:n UNID:s VL_ITEM:n VL_DESC:n "
-                "VL_BC_ISS:n VL_ISS:n ALIQ_ISS:n DEDUCAOISS:n ATIVIDADE:s CFOPICMS:s CFOPISS:s MUNICIPIODEVISS:s "
-                "TPRECOLHIMENTO:s");
-  EXPECT_EQ(Forma(a100["A17R"][0]), comuns + "IDREGA17R:i IDREGA100:i COD_RECEITA:s VL_BC:n VL_IMPOSTO:n ALIQUOTA:n");
-  EXPECT_EQ(Forma(a100["MSG"][0]), comuns + "IDREG:i INFORMACAO4:s");
-  EXPECT_EQ(Forma(registros["AUXMANUTENCAO"][0]), "IDREG0000:i IDREG:i Tipo:s Campo:s Valor:s ChaveAdicional:s");
-  EXPECT_EQ(Forma(registros["IMPORTACFG"][0]), "IDEMPRESA:i IDFILIAL:i ORIGEM:i TP:i DATAINICIO:s INFORMACAO3:s");
-  EXPECT_EQ(registros["0000"][0]["DT_FIN"], "2026-03-31");
+TEST_F(TTesteRegistros, JSONTemOsCamposNaOrdemComOsTiposDeles) {
+  ImportarNotas({{.IssRetido = "1"}});
+  // What no GINFES file brings.
+  Executar(
+      "INSERT INTO ES02_REG0000MSG (IDREG0000, AUX1, CHAVECONDICAOADICIONAL, IDREG, INFORMACAO4, IDREG0000MSG) SELECT "
+      "IDREG0000, '', '', IDREGA100, 'aviso', 1 FROM ES02_REGA100");
+  Executar(
+      "INSERT INTO ES02_AUXMANUTENCAO (IDREG0000, IDREG, TIPO, CAMPO, VALOR, CHAVEADICIONAL, IDAUXMANUTENCAO) SELECT "
+      "IDREG0000, IDREGA100, 'NFSE', 'DT', '', '', 1 FROM ES02_REGA100");
+  Executar("UPDATE ES02_REGA100 SET DT_EXE_SERV = NULL");
+  const String comuns = "{IDREG0000:i AUX1:s ChaveCondicaoAdicional:s ";
+  EXPECT_EQ(
+      Substituir(Forma(Registros()), comuns, "{... "),
+      "0000:{{IDREG0000:i IDEMPRESA:i IDFILIAL:i DT_INI:s DT_FIN:s }}0150:{{... IDREG0150:i COD_PART:s NOME:s "
+      "CNPJ:s CPF:s IE:s COD_MUN:i MUNICIPIO:s IDMUNICIPIO:i ENDERECO:s NUM:s COMPL:s BAIRRO:s UF:s COD_PAIS:i "
+      "OPTANTESIMPLES:s TPIMPORTACAO:i }}0200:{{... IDREG0200:i COD_ITEM:s COD_PART:s IND_EMIT:i DESCR_ITEM:s "
+      "TIPO_ITEM:i COD_GEN:i COD_LST:s UNID_INV:s TPIMPORTACAO:i }}A100:{{... IDREGA100:i TPIMPORTACAO:i "
+      "CAMINHOARQORIG:s CAMINHOARQDEST:s IND_OPER:i IND_EMIT:i COD_PART:s COD_MOD:s COD_SIT:i SER:s NUM_DOC:i "
+      "CHV_NFSE:s DT_DOC:s DT_EXE_SERV:n IND_PGTO:s VL_DOC:d VL_DESC:d VL_ISS:d VL_PIS:d VL_COFINS:d "
+      "VL_PIS_RET:d VL_COFINS_RET:d VL_BC_PIS:d VL_BC_COFINS:d TEMISSRETIDO:i A170:{{... IDREGA170:i IDREGA100:i "
+      "IDREG0200:i NUM_ITEM:i COD_ITEM:s QTD:d UNID:s VL_ITEM:d VL_DESC:d VL_BC_ISS:d VL_ISS:d ALIQ_ISS:d "
+      "DEDUCAOISS:d ATIVIDADE:s CFOPICMS:s CFOPISS:s MUNICIPIODEVISS:s TPRECOLHIMENTO:s }}A17R:{{... IDREGA17R:i "
+      "IDREGA100:i COD_RECEITA:s VL_BC:d VL_IMPOSTO:d ALIQUOTA:d }}MSG:{{... IDREG:i INFORMACAO4:s "
+      "}}}}AUXMANUTENCAO:{{IDREG0000:i IDREG:i Tipo:s Campo:s Valor:s ChaveAdicional:s }}IMPORTACFG:{{IDEMPRESA:i "
+      "IDFILIAL:i ORIGEM:i TP:i DATAINICIO:s INFORMACAO3:s }}");
 }
 
 TEST_F(TTesteRegistros, ValoresETextosSaoExatos) {
-  TNotaGINFES nota;
-  nota.ValorServicos = "98765432109876.5432";
-  nota.BaseCalculo = "0.0001";
-  nota.ValorIss = "37.5";
-  nota.Aliquota = "2.0125";
-  nota.Tomador.Nome = "D'Água &amp; Cia; \"Filhos\" \\ S.A.";
-  nota.Discriminacao = "Primeira linha; d'água\nSegunda linha\n\n  quarta";
-  Pasta.Gravar("entrada/x.xml", ArquivoGINFES({nota}));
-  ASSERT_EQ(Importar({"entrada"}).Status, 0);
-
+  const String discriminacao = "Primeira linha; d'água\nSegunda linha\n\n  quarta";
+  ImportarNotas({{.ValorServicos = "922337203685477.5807",
+                  .ValorIss = "37.5",
+                  .BaseCalculo = "-0.0001",
+                  .Aliquota = "2.0125",
+                  .Discriminacao = discriminacao,
+                  .Tomador = {.Documento = CNPJ("99888777000166"), .Nome = "D'Água &amp; Cia; \"Filhos\" \\ S.A."}}});
   // The numbers as text: a parser would round them.
-  const auto texto = Rodar({"registros", "banco.fdb", "--json"}).Saida;
-  for (const auto* numero : {R"("VL_DOC":98765432109876.5432,)", R"("VL_BC_ISS":0.0001,)", R"("VL_ISS":37.50,)",
-                             R"("ALIQ_ISS":2.0125,)", R"("VL_DESC":0.00,)"})
+  const auto texto = Rodar("registros banco.fdb --json").Saida;
+  for (const auto* numero : {R"("VL_DOC":922337203685477.5807,)", R"("VL_BC_ISS":-0.0001,)", R"("VL_ISS":37.50,)",
+                             R"("ALIQ_ISS":2.0125,)", R"("VL_DESC":0.00,)", R"("DT_FIN":"2026-03-31")"})
     EXPECT_TRUE(Contem(texto, numero));
   const auto registros = Json::parse(texto);
   EXPECT_EQ(registros["0150"][0]["NOME"], "D'Água & Cia; \"Filhos\" \\ S.A.");
-  EXPECT_EQ(registros["0200"][0]["DESCR_ITEM"], nota.Discriminacao);
+  EXPECT_EQ(registros["0200"][0]["DESCR_ITEM"], discriminacao);
 
-  const auto tabela = Rodar({"registros", "banco.fdb"}).Saida;
+  const auto tabela = Rodar("registros banco.fdb").Saida;
   for (const auto* parte :
        {"03/2026  11.222.333/0001-81 Oficina d'Água; matriz\n", "D'Água & Cia; \"Filhos\" \\ S.A.",
-        "99.888.777/0001-66  PR\n", "15/03/2026  nº 1 ", "R$ 98.765.432.109.876,5432  ISS      37,50", "0200",
-        "Primeira linha; d'água Segunda linha", "\n1 documento, R$ 98.765.432.109.876,5432 no total\n"})
+        "99.888.777/0001-66  PR\n", "15/03/2026  nº 1 ", "R$ 922.337.203.685.477,5807  ISS      37,50",
+        "Primeira linha; d'água Segunda linha", "\n1 documento, R$ 922.337.203.685.477,5807 no total\n"})
     EXPECT_TRUE(Contem(tabela, parte));
 }
 
 TEST_F(TTesteRegistros, TextoDeCemMilCaracteresNaoPerdeANota) {
-  String longo = "início d'água; ";
-  for (int i = 0; i < 100'000; ++i) longo += "é";
+  const auto longo = "início d'água; " + Repetir("é", 100'000);
   fs::copy_file(Pasta / "banco.fdb", Pasta / "vazio.fdb");
   // The register and field that take the text; none where only a part of it is kept (a code, a number, a flag).
-  const std::tuple<const char*, const char*, const char*> casos[] = {
-      {">Padaria Exemplo Ltda<", "0150", "NOME"},
-      {">99888777000166<", "0150", "CNPJ"},
-      {">Rua A<", "0150", "ENDERECO"},
-      {">10<", "0150", "NUM"},
-      {">Sala 2<", "0150", "COMPL"},
-      {">Centro<", "0150", "BAIRRO"},
-      {">PR<", "0150", "UF"},
-      {">ABC-1<", "A100", "CHV_NFSE"},
-      {">Consultoria fiscal<", "0200", "DESCR_ITEM"},
-      {">17.01<", "0200", "COD_LST"},
-      {">4106902<", "", ""},
-      {">0105<", "", ""},
-      {">N1<", "", ""},
-      {">2<", "", ""},
-      {">77<", "", ""},
-  };
-  for (const auto& [elemento, registro, campo] : casos) {
-    SCOPED_TRACE(elemento);
-    TNotaGINFES nota;
-    nota.Numero = "77";
-    const auto xml = ArquivoGINFES({nota});
+  for (const auto& [elemento, campo] : Casos(
+           ">Padaria Exemplo Ltda< => /0150/0/NOME | >99888777000166< => /0150/0/CNPJ | >Rua A< => /0150/0/ENDERECO | "
+           ">10< => /0150/0/NUM | >Sala 2< => /0150/0/COMPL | >Centro< => /0150/0/BAIRRO | >PR< => /0150/0/UF | "
+           ">ABC-1< => /A100/0/CHV_NFSE | >Consultoria fiscal< => /0200/0/DESCR_ITEM | >17.01< => /0200/0/COD_LST | "
+           ">4106902< =>  | >0105< =>  | >N1< =>  | >2< =>  | >77< => ")) {
+    const auto xml = ArquivoGINFES({{.Numero = "77"}});
     const auto comLongo = Substituir(xml, elemento, ">" + longo + "<");
-    ASSERT_NE(comLongo, xml);
+    EXPECT_NE(comLongo, xml);
     fs::copy_file(Pasta / "vazio.fdb", Pasta / "banco.fdb", fs::copy_options::overwrite_existing);
     Pasta.Gravar("entrada/x.xml", comLongo);
-    const auto execucao = Importar({"entrada"});
-    EXPECT_EQ(execucao.Status, 0) << execucao.Saida;
+    EXPECT_EQ(Importar().Status, 0) << elemento;
     const auto registros = Registros();
-    ASSERT_EQ(registros["A100"].size(), 1U);
-    EXPECT_TRUE(*registro == '\0' || registros[registro][0][campo] == longo) << campo;
+    EXPECT_EQ(registros["A100"].size(), 1U) << elemento;
+    EXPECT_TRUE(campo.empty() || registros.at(Json::json_pointer(campo)) == longo) << campo;
   }
 }
 
-TEST_F(TTesteRegistros, FiltrosDeData) {
-  std::vector<TNotaGINFES> notas(3);
-  const char* const datas[] = {"2026-03-15", "2026-03-31", "2026-04-02"};
-  for (std::size_t i = 0; i < notas.size(); ++i) {
-    notas[i].Numero = std::to_string(i + 1);
-    notas[i].DataEmissao = datas[i];
-    notas[i].Discriminacao = fmt::format("Serviço {}", i + 1);
-    notas[i].Tomador.Documento = CNPJ(fmt::format("9988877700016{}", i));
+TEST_F(TTesteRegistros, Filtros) {
+  RegistrarFilial("", kOutraFilial);
+  std::vector<TNotaGINFES> notas;
+  for (const String data : {"2026-03-15", "2026-03-31", "2026-04-02"}) {
+    const auto numero = std::to_string(notas.size() + 1);
+    notas.push_back({.Numero = numero,
+                     .DataEmissao = data,
+                     .Discriminacao = "Serviço " + numero,
+                     .Tomador = {.Documento = CNPJ("9988877700016" + numero)}});
   }
-  Pasta.Gravar("entrada/x.xml", ArquivoGINFES(notas));
-  ASSERT_EQ(Importar({"entrada"}).Status, 0);
-
-  const struct {
-    TArgumentos Filtro;
-    const char* Numeros;
-    std::size_t Periodos;
-  } casos[] = {
-      {{}, "1 2 3 ", 2},
-      {{"--de", "2026-03-31"}, "2 3 ", 2},
-      {{"--ate", "2026-03-31"}, "1 2 ", 1},
-      {{"--de", "2026-03-16", "--ate", "01/04/2026"}, "2 ", 2},
-      {{"--de", "2026-04-03"}, "", 1},
-      {{"--de", "2026-05-01"}, "", 0},
-      {{"--filial", kCNPJFilial, "--ate", "2026-03-15"}, "1 ", 1},
-  };
-  for (const auto& caso : casos) {
-    const auto registros = Registros(caso.Filtro);
+  notas[1].Tomador.Documento = CNPJ(kOutraFilial);
+  ImportarNotas(notas);
+  // The numbers of the documents; how many periods, participants and items. With a filter by date, only the
+  // participants and items that these documents refer to.
+  for (const auto& [filtro, esperado] :
+       Casos(" => 1 2 2 3 (3 4 3) | --de 2026-03-31 => 2 2 3 (3 3 2) | --ate 2026-03-31 => 1 2 2 (2 3 2) | --de "
+             "2026-03-16 --ate 01/04/2026 => 2 2 (3 2 1) | --de 2026-04-03 => (1 0 0) | --de 2026-05-01 => (0 0 0) | "
+             "--filial 11222333000262 => 2 (1 4 3) | --filial 11222333000181 --ate 2026-03-15 => 1 (1 1 1)")) {
+    const auto registros = Registros(filtro);
     String numeros;
     for (const auto& documento : registros["A100"]) numeros += documento["NUM_DOC"].dump() + " ";
-    SCOPED_TRACE(caso.Numeros);
-    EXPECT_EQ(numeros, caso.Numeros);
-    EXPECT_EQ(registros["0000"].size(), caso.Periodos);
-    // With a filter by date, only what these documents refer to.
-    EXPECT_EQ(registros["0150"].size(), registros["A100"].size());
-    EXPECT_EQ(registros["0200"].size(), registros["A100"].size());
+    EXPECT_EQ(fmt::format("{}({} {} {})", numeros, registros["0000"].size(), registros["0150"].size(),
+                          registros["0200"].size()),
+              esperado)
+        << filtro;
   }
 }
 
-}  // namespace
-}  // namespace impnfse::testes
+}  // namespace impnfse::testes::registros
