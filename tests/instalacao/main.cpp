@@ -7,7 +7,8 @@ int main(int, char** argv) {
   TBancoFirebird::Criar(argv[1]);
   {
     TBancoFirebird banco(argv[1]);
-    GravarFilial(banco, {.Dados = {.IDEMPRESA = 1, .CODIGOMUNICIPIO = "4205407", .UF = "SC", .CNPJ = "11222333000181"}});
+    GravarFilial(banco,
+                 {.Dados = {.IDEMPRESA = 1, .CODIGOMUNICIPIO = "4205407", .UF = "SC", .CNPJ = "11222333000181"}});
   }
   TSuite suite(argv[1]);
   TImpNFSe importacao;
