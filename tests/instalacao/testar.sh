@@ -16,7 +16,7 @@ conferir() {
   [ "$documentos" -eq 5 ] || { echo "$2: $documentos documentos, eram 5"; exit 1; }
 }
 
-cmake -S "$aqui" -B "$pasta/consumidor" -DCMAKE_PREFIX_PATH="$pasta/raiz" -DCMAKE_CXX_COMPILER="$cxx" \
+cmake -G Ninja -S "$aqui" -B "$pasta/consumidor" -DCMAKE_PREFIX_PATH="$pasta/raiz" -DCMAKE_CXX_COMPILER="$cxx" \
   -DCMAKE_CXX_FLAGS="$opcoes" >/dev/null
 cmake --build "$pasta/consumidor" >/dev/null
 conferir "$pasta/consumidor/consumidor" cmake
