@@ -24,7 +24,7 @@ conferir "$pasta/consumidor/consumidor" cmake
 PKG_CONFIG_PATH=$(dirname "$(find "$pasta/raiz" -name impnfse.pc)")
 export PKG_CONFIG_PATH
 # shellcheck disable=SC2046,SC2086
-"$cxx" -std=c++20 $opcoes "$aqui/main.cpp" -o "$pasta/por-pkg-config" $(pkg-config --static --cflags --libs impnfse)
+"$cxx" -std=c++20 $opcoes "$aqui/main.cpp" -o "$pasta/por-pkg-config" $(pkg-config --cflags --libs impnfse)
 conferir "$pasta/por-pkg-config" pkg-config
 
 "$pasta/raiz/bin/impnfse" --help | grep -q importar
