@@ -81,11 +81,8 @@ String Tabela(TBancoFirebird& banco, const String& sql) {
 }
 
 TFilialRegistrada Filial(const String& cnpj, const String& uf, Int64 empresa) {
-  TFilialRegistrada filial;
-  filial.Dados = {
-      .IDFILIAL = 0, .IDEMPRESA = empresa, .CODIGOMUNICIPIO = "42.05407", .UF = uf, .CNPJ = cnpj, .IE = "254000111"};
-  filial.NOME = "Oficina d'Água Ltda; filial";
-  return filial;
+  return {
+      .Dados = {.IDFILIAL = 0, .IDEMPRESA = empresa, .CODIGOMUNICIPIO = "42.05407", .UF = uf, .CNPJ = cnpj, .IE = ""}};
 }
 
 TTesteComBanco::TTesteComBanco() {
@@ -106,9 +103,9 @@ void TTesteComBanco::Reabrir() {
   FSuite.emplace(Pasta / "banco.fdb");
 }
 
-std::unique_ptr<TImpNFSe> TTesteComBanco::Importar(const String& arquivo, Int64 filial) {
+std::unique_ptr<TImpNFSe> TTesteComBanco::Importar(const String& arquivo) {
   auto importacao = std::make_unique<TImpNFSe>();
-  importacao->DadosArquivo = {.Arquivo = arquivo, .CodigoLeiaute = "43", .TipoImportacao = "NFSE", .IDFILIAL = filial};
+  importacao->DadosArquivo = {.Arquivo = arquivo, .CodigoLeiaute = "43", .TipoImportacao = "NFSE", .IDFILIAL = 0};
   importacao->Start();
   importacao->WaitFor();
   return importacao;

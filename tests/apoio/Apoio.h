@@ -5,10 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
 #include <optional>
-#include <utility>
-#include <vector>
 
 #include "Suite.h"
 #include "UnVX03704ImpNFSe.h"
@@ -66,7 +63,7 @@ class TTesteComBanco : public ::testing::Test {
   TSuite& Suite() { return *FSuite; }
 
   // Imports the file as GINFES, and gives the front end after its run.
-  std::unique_ptr<TImpNFSe> Importar(const String& arquivo, Int64 filial = 0);
+  std::unique_ptr<TImpNFSe> Importar(const String& arquivo);
 
   String Tabela(const String& sql) { return testes::Tabela(Banco(), sql); }
   // The same of the stored documents (A) with their periods (P), participants (Q), items (I), the descriptions of these

@@ -25,7 +25,6 @@ class TImportadorFalso : public TNFSeBase {
   Currency GetValorISS() override { return 5; }
   Currency GetAliquotaISS() override { return 2; }
   Currency GetValorIR() override { return 1; }
-  Currency GetValorPIS() override { return 3; }
   Currency GetValorCSLL() override { return 4; }
 
   String Emitente = kCNPJFilial;

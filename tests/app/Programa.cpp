@@ -10,15 +10,12 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
-#include <cstddef>
 #include <iomanip>
 #include <sstream>
 
 namespace impnfse::testes {
 namespace {
 
-constexpr unsigned kLimiteSegundos = 60;
 constexpr id_t kNobody = 65534;
 
 std::vector<String> Argumentos(const String& linha) {
@@ -64,7 +61,7 @@ TProcesso::TProcesso(const String& linha, const TOpcoesExecucao& opcoes)
   if (FPid == 0) {
     ::dup2(FSaida, STDOUT_FILENO);
     ::dup2(FErros, STDERR_FILENO);
-    ::alarm(kLimiteSegundos);
+    ::alarm(60);
     if (::chdir(opcoes.Pasta.c_str()) == 0 &&
         (!semPrivilegios || (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0)) &&
         (opcoes.MorreAoChamar < 0 || MorrerAoChamar(opcoes.MorreAoChamar)))
@@ -99,25 +96,18 @@ TExecucao TTestePrograma::Rodar(const String& linha, TOpcoesExecucao opcoes) con
   return TProcesso(linha, opcoes).Esperar();
 }
 
-TExecucao TTestePrograma::Importar(const String& resto, const TOpcoesExecucao& opcoes) const {
-  return Rodar("importar banco.fdb --leiaute 43 " + resto, opcoes);
-}
-
-void TTestePrograma::ImportarNotas(const std::vector<TNotaGINFES>& notas) const {
-  const auto execucao = Importar(Pasta.Gravar("entrada/x.xml", ArquivoGINFES(notas)));
+String TTestePrograma::Exigir(const String& linha) const {
+  const auto execucao = Rodar(linha);
   EXPECT_EQ(execucao.Status, 0) << execucao.Saida << execucao.Erros;
-}
-
-String TTestePrograma::RegistrarFilial(const String& resto, const String& cnpj) const {
-  const auto execucao = Rodar(fmt::format("filial banco.fdb --uf SC --municipio 4205407 --cnpj {} {}", cnpj, resto));
-  EXPECT_EQ(execucao.Status, 0) << execucao.Erros;
   return execucao.Saida;
 }
 
-Json TTestePrograma::Registros(const String& filtros) const {
-  const auto execucao = Rodar("registros banco.fdb --json " + filtros);
-  EXPECT_EQ(execucao.Status, 0) << execucao.Erros;
-  return Json::parse(execucao.Saida);
+void TTestePrograma::ImportarNotas(const std::vector<TNotaGINFES>& notas) const {
+  Exigir("importar banco.fdb --leiaute 43 " + Pasta.Gravar("entrada/x.xml", ArquivoGINFES(notas)));
+}
+
+String TTestePrograma::RegistrarFilial(const String& resto, const String& cnpj) const {
+  return Exigir(fmt::format("filial banco.fdb --uf SC --municipio 4205407 --cnpj {} {}", cnpj, resto));
 }
 
 String TTestePrograma::Tabela(const String& sql) const {

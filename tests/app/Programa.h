@@ -30,8 +30,6 @@ class TProcesso {
   // `linha`: the arguments as typed, one with blanks in single quotes.
   TProcesso(const String& linha, const TOpcoesExecucao& opcoes);
   ~TProcesso() { Esperar(); }
-  TProcesso(const TProcesso&) = delete;
-  TProcesso& operator=(const TProcesso&) = delete;
 
   void Sinalizar(int sinal) const;
   const TExecucao& Esperar();
@@ -50,13 +48,18 @@ class TTestePrograma : public ::testing::Test {
   TTestePrograma();
 
   TExecucao Rodar(const String& linha, TOpcoesExecucao opcoes = {}) const;
-  // importar banco.fdb --leiaute 43, with what follows.
-  TExecucao Importar(const String& resto = "entrada", const TOpcoesExecucao& opcoes = {}) const;
-  // The same for the notes, as entrada/x.xml, which must pass.
+  // The same for what must do; gives its standard output.
+  String Exigir(const String& linha) const;
+  TExecucao Importar(const String& resto = "entrada", const TOpcoesExecucao& opcoes = {}) const {
+    return Rodar("importar banco.fdb --leiaute 43 " + resto, opcoes);
+  }
+  // Imports the notes, as entrada/x.xml, which must pass.
   void ImportarNotas(const std::vector<TNotaGINFES>& notas) const;
   String RegistrarFilial(const String& resto, const String& cnpj = kCNPJFilial) const;
   // registros --json, read.
-  Json Registros(const String& filtros = "") const;
+  Json Registros(const String& filtros = "") const {
+    return Json::parse(Exigir("registros banco.fdb --json " + filtros));
+  }
   void Executar(const String& sql) const { TBancoFirebird(Pasta / "banco.fdb").Executar(sql); }
   String Tabela(const String& sql) const;
 

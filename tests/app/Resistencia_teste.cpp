@@ -1,6 +1,7 @@
 // What the program must withstand: hostile files, databases and folders that fail it.
 #include <iconv.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 
 #include "Programa.h"
 
@@ -54,11 +55,13 @@ TEST_F(TTesteResistencia, ArquivosHostis) {
   };
   for (const auto& [nome, bytes] : hostis) Pasta.Gravar(fmt::format("entrada/{}.xml", nome), bytes);
   Pasta.Gravar("entrada/zz boa.xml", kBoa);
-  const auto execucao = Importar("entrada nao-existe.xml --json");
+  // A pipe that nobody writes to must be refused, not waited for.
+  ASSERT_EQ(::mkfifo((Pasta / "fila.xml").c_str(), 0600), 0);
+  const auto execucao = Importar("entrada fila.xml nao-existe.xml --json");
   EXPECT_EQ(execucao.Status, 1);
   EXPECT_EQ(execucao.Erros, "");
   const auto resultados = Json::parse(execucao.Saida);
-  ASSERT_EQ(resultados.size(), std::size(hostis) + 2);
+  ASSERT_EQ(resultados.size(), std::size(hostis) + 3);
   for (const auto& r : resultados) {
     const auto arquivo = r["arquivo"].get<String>();
     const bool boa = arquivo == "entrada/zz boa.xml";
@@ -146,10 +149,6 @@ TEST_F(TTesteResistencia, DiscoCheio) {
   fs::create_directory(Pasta / "disco");
   if (::mount("none", (Pasta / "disco").c_str(), "tmpfs", 0, "size=8m") != 0)
     GTEST_SKIP() << "montar um disco pequeno não é permitido aqui";
-  struct TDesmontar {
-    String Onde;
-    ~TDesmontar() { ::umount2(Onde.c_str(), MNT_DETACH); }
-  } const desmontar{Pasta / "disco"};
   fs::copy_file(Pasta / "banco.fdb", Pasta / "disco/banco.fdb");
   Pasta.Gravar("entrada/x.xml", ArquivoGINFES(std::vector<TNotaGINFES>(10'000)));
 
@@ -162,6 +161,7 @@ TEST_F(TTesteResistencia, DiscoCheio) {
   // What couldn't be made isn't in the way of the next try.
   EXPECT_TRUE(FalhouComUmaLinha(Rodar("criar disco/outro.fdb"), 2, "espaço em disco"));
   EXPECT_FALSE(Pasta.Tem("disco/outro.fdb"));
+  EXPECT_EQ(::umount2((Pasta / "disco").c_str(), MNT_DETACH), 0);
 }
 
 }  // namespace impnfse::testes::resistencia

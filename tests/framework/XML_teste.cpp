@@ -4,15 +4,13 @@
 
 namespace impnfse::testes::xml {
 
-using namespace std::string_literals;
-
 std::shared_ptr<const TDocumentoXML> Abrir(std::string_view xml) {
   const TPastaTemporaria pasta;
   return LoadXMLDocument(pasta.Gravar("a.xml", xml));
 }
 
 // The document as one text: name, attributes in brackets, then the text or the children in braces.
-String Despejar(const TDocumentoXML& d, std::initializer_list<std::string_view> atributos, TNoXML no) {
+String Despejar(const TDocumentoXML& d, const std::vector<std::string_view>& atributos = {}, TNoXML no = {}) {
   String texto(d.Nome(no));
   for (const auto atributo : atributos)
     if (const auto valor = d.Atributo(no, atributo); !valor.empty()) texto += fmt::format("[{}={}]", atributo, valor);
@@ -22,9 +20,6 @@ String Despejar(const TDocumentoXML& d, std::initializer_list<std::string_view> 
   for (; filho != TNoXML::Nenhum; filho = d.ProximoIrmao(filho)) texto += Despejar(d, atributos, filho);
   return texto + '}';
 }
-String Despejar(const TDocumentoXML& d, std::initializer_list<std::string_view> atributos = {}) {
-  return Despejar(d, atributos, d.Raiz());
-}
 
 TEST(XMLDocumento, MalformadoLevanta) {
   auto casos = Casos(
@@ -32,7 +27,7 @@ TEST(XMLDocumento, MalformadoLevanta) {
       "<a>x < y</a> | <a>&falta;</a> | <a>&#x1;</a> | <a>\x01</a> | <a b=1/> | <a b=\"1\" b=\"2\"/> | <a b=\"<\"/> | "
       "<1a/> | <a><!-- -- --></a> | <a><![CDATA[x</a> |  <?xml version=\"1.0\"?><a/> | {\"a\": 1} | <a>]]></a> | "
       "<a>n\xE3o</a> | <?xml version=\"1.0\" encoding=\"UTF-8\"?><a>n\xE3o</a>");
-  for (const auto& caso : {""s, " "s, "<a>\0</a>"s, "<a>" + String(1000, 'x')}) casos.emplace_back(caso, "");
+  casos.emplace_back(String("<a>\0</a>", 8), "");
   for (const auto& [xml, ignorado] : casos)
     EXPECT_TRUE(Levantado([&] { Abrir(xml); }).starts_with("XML malformado na linha ")) << xml;
   EXPECT_EQ(Levantado([] { Abrir("<a>\n\n<b></a>"); }), "XML malformado na linha 3.");
@@ -52,14 +47,11 @@ TEST(XMLDocumento, NadaForaDoArquivoELido) {
             "a(x)");
 }
 
-TEST(XMLDocumento, EntidadesInternasEReferencias) {
+TEST(XMLDocumento, TextoENomesComoEscritos) {
   EXPECT_EQ(Despejar(*Abrir("<!DOCTYPE a [<!ENTITY e \"d'&#193;gua\"><!ENTITY n \"<c>1</c><c>2</c>\"><!ATTLIST b k "
                             "CDATA \"padrão\">]><a k=\"&lt;&e;&gt;\"><b>&e; &amp; &e;&#x41;</b>&n;</a>"),
                      {"k"}),
             "a[k=<d'Água>]{b[k=padrão](d'Água & d'ÁguaA)c(1)c(2)}");
-}
-
-TEST(XMLDocumento, TextoENomesComoEscritos) {
   EXPECT_EQ(Despejar(*Abrir(
                 "<?xml version=\"1.0\"?><!-- x --><?pi y?><a>\n  <b> x <!-- c -->y<![CDATA[ <z> & ]]>\r\nw<?pi?> </b>\n"
                 "  <vazio/><branco>  </branco></a><!-- fim -->\n")),
@@ -115,16 +107,11 @@ TEST(XMLFormato, LePorCaminho) {
   // Only the item's tag counts; the first of two elements; the first of two tags, whatever their order in the file,
   // also when it is empty; what is absent is empty.
   EXPECT_EQ(lido, "2; n1,5,R$,j,P; ,,,f,; ,,,,");
-  EXPECT_EQ(
-      notas[0].Texto("Numero") + notas[0].Filho<"Valores">().Texto("ISS") + notas[0].Filho<"Prestador">().Texto("Nome"),
-      "15P");
+  EXPECT_EQ(notas[0].Filho<"Valores">().Texto("ISS") + notas[0].Texto("Numero"), "51");
   EXPECT_THROW(notas[2].Texto("Numero"), EXML) << "structured";
   EXPECT_THROW(notas[3], std::out_of_range);
   EXPECT_FALSE(notas[2].Filho<"Valores">().Presente());
-  EXPECT_EQ(notas[2].Filho<"Valores">().Texto("ISS") + TRaizTeste().Texto("@versao"), "");
-  EXPECT_EQ(raiz->Filho<"Lote">().Itens<"Nota">().Count() + raiz->Itens<"Lote/Nota">().Count() +
-                TRaizTeste().Itens<"Nota">().Count(),
-            0U);
+  EXPECT_EQ(raiz->Filho<"Lote">().Itens<"Nota">().Count() + raiz->Itens<"Lote/Nota">().Count(), 0U);
 }
 
 }  // namespace impnfse::testes::xml

@@ -13,19 +13,19 @@ class TGINFES : public TTesteComBanco {
 };
 
 TEST_F(TGINFES, CadaCampoNoSeuLugar) {
-  const auto importacao = ImportarNotas({{.Numero = "12345", .IssRetido = "1"}});
+  // The file name is in another encoding than the system's, as old archives bring it.
+  const auto importacao =
+      Importar(Pasta.Gravar("entrada/n\xE3o.xml", ArquivoGINFES({{.Numero = "12345", .IssRetido = "1"}})));
   EXPECT_EQ(Erros(*importacao), "");
-  const auto destino = Pasta / "morto/NFSe/notas.xml";
-  EXPECT_EQ(importacao->GetResumo().Destino, destino);
-  EXPECT_TRUE(fs::exists(destino) && !Pasta.Tem("entrada/notas.xml"));
-
+  EXPECT_EQ(importacao->GetResumo().Destino, Pasta / "morto/NFSe/n\xE3o.xml");
+  EXPECT_TRUE(Pasta.Tem("morto/NFSe/n\xE3o.xml") && !Pasta.Tem("entrada/n\xE3o.xml"));
   EXPECT_EQ(Documentos("A.TPIMPORTACAO, A.CAMINHOARQORIG, A.CAMINHOARQDEST, A.IND_OPER, A.IND_EMIT, A.COD_PART, "
                        "A.COD_MOD, A.COD_SIT, A.SER, A.NUM_DOC, A.CHV_NFSE, A.DT_DOC, A.DT_EXE_SERV, A.IND_PGTO, "
                        "A.VL_DOC, A.VL_DESC, A.VL_ISS, A.TEMISSRETIDO, Q.NOME, Q.CNPJ, Q.CPF, Q.IE, Q.COD_MUN, "
                        "Q.ENDERECO, Q.NUM, Q.COMPL, Q.BAIRRO, Q.UF, Q.COD_PAIS, Q.TPIMPORTACAO"),
             fmt::format("1|{}|{}|1|1|1||0||12345|ABC-1|2026-03-15|2026-03-15|0|1000.0000|0.0000|50.0000|1|Padaria "
                         "Exemplo Ltda|99888777000166|||4106902|Rua A|10|Sala 2|Centro|PR|1058|1",
-                        Pasta / "entrada/notas.xml", destino));
+                        Pasta / "entrada/não.xml", Pasta / "morto/NFSe/não.xml"));
   EXPECT_EQ(
       Documentos("I.NUM_ITEM, I.COD_ITEM, I.QTD, I.UNID, I.VL_ITEM, I.VL_DESC, I.VL_BC_ISS, I.VL_ISS, I.ALIQ_ISS, "
                  "I.ATIVIDADE, I.CFOPICMS, I.CFOPISS, I.MUNICIPIODEVISS, I.AUX1, D.COD_ITEM, D.COD_PART, "
@@ -55,13 +55,12 @@ TEST_F(TGINFES, ValoresDoISS) {
 }
 
 TEST_F(TGINFES, DatasENumeros) {
-  const auto importacao = ImportarNotas({{.Numero = "1", .DataEmissao = "5/3/2026"},
-                                         {.Numero = "x2", .DataEmissao = "20260306"},
-                                         {.Numero = "9223372036854775807", .DataEmissao = "2026-03-07"},
-                                         {.DataEmissao = ""},
-                                         {.DataEmissao = "2026-02-30"},
-                                         {.DataEmissao = "05/03/2026 10:00"},
-                                         {.DataEmissao = "5.3.2026"}});
+  std::vector<TNotaGINFES> notas;
+  for (const auto& [numero, data] :
+       Casos("1 => 5/3/2026 | x2 => 20260306 | 9223372036854775807 => 2026-03-07 | 4 =>  | 5 => 2026-02-30 | 6 => "
+             "05/03/2026 10:00 | 7 => 5.3.2026"))
+    notas.push_back({.Numero = numero, .DataEmissao = data});
+  const auto importacao = ImportarNotas(notas);
   EXPECT_EQ(Documentos("A.NUM_DOC, A.DT_DOC, A.DT_EXE_SERV"),
             "1|2026-03-05|2026-03-05\n0|2026-03-06|2026-03-06\n9223372036854775807|2026-03-07|2026-03-07");
   EXPECT_EQ(Erros(*importacao), Repetir(importacao->BuscarErroNaoGerouBloco0() + "\n", 4));
@@ -135,14 +134,6 @@ TEST_F(TGINFES, ExcecaoNoMeioGuardaAsNotasAnteriores) {
   EXPECT_EQ(Erros(*importacao), "");
   EXPECT_EQ(importacao->GetResumo().Erro, importacao->BuscarErroEstruturaArquivo());
   EXPECT_TRUE(importacao->GetTemErros() && importacao->GetResumo().Importou && importacao->GetResumo().Moveu);
-}
-
-// A file name in another encoding than the system's, as old archives bring it.
-TEST_F(TGINFES, NomeDeArquivoEmOutraCodificacao) {
-  const auto importacao = Importar(Pasta.Gravar("n\xE3o.xml", ArquivoGINFES({{}})));
-  EXPECT_EQ(Erros(*importacao), "");
-  EXPECT_EQ(Documentos("A.CAMINHOARQORIG"), Pasta / "não.xml");
-  EXPECT_TRUE(Pasta.Tem("morto/NFSe/n\xE3o.xml"));
 }
 
 }  // namespace impnfse::testes::ginfes
