@@ -53,17 +53,13 @@ TEST_F(TTesteCadastro, TodoComandoRespondeAHelp) {
 }
 
 TEST_F(TTesteCadastro, FilialAtualizaSoOQueEDado) {
-  const auto filial = [&] {
-    return Tabela(
-        "SELECT IDFILIAL, IDEMPRESA, IE, NOME, CASASPREFIXOCFOP, REMOVERCARACTERES, ARQUIVOMORTO FROM "
-        "CA01_FILIAL");
-  };
-  EXPECT_EQ(filial(), "1|1||Oficina d'Água; matriz|3|0|" + Pasta / "morto");
+  const auto filial = [&] { return Tabela("SELECT * FROM CA01_FILIAL"); };
+  EXPECT_EQ(filial(), "1|1|11222333000181|Oficina d'Água; matriz||SC|4205407|3|0|" + Pasta / "morto");
   RegistrarFilial("--empresa 7 --casas-cfop 2 --ie 254/1 --remover-caracteres 1");
   const auto saida = RegistrarFilial("--nome 'Outro; nome d\\'ela'", "11.222.333/0001-81");
   EXPECT_TRUE(Contem(saida, "11.222.333/0001-81 (Outro; nome d'ela) atualizada: empresa 7, Florianópolis/SC"));
   EXPECT_TRUE(Contem(saida, Pasta / "morto/NFSe"));
-  EXPECT_EQ(filial(), "1|7|254/1|Outro; nome d'ela|2|1|" + Pasta / "morto");
+  EXPECT_EQ(filial(), "1|7|11222333000181|Outro; nome d'ela|254/1|SC|4205407|2|1|" + Pasta / "morto");
 }
 
 TEST_F(TTesteCadastro, MunicipiosCompletaOuSubstitui) {

@@ -18,13 +18,6 @@ namespace {
 
 constexpr id_t kNobody = 65534;
 
-std::vector<String> Argumentos(const String& linha) {
-  std::vector<String> argumentos = {"impnfse"};
-  std::istringstream texto(linha);
-  for (String argumento; texto >> std::quoted(argumento, '\'');) argumentos.push_back(argumento);
-  return argumentos;
-}
-
 String LerEFechar(int descritor) {
   const auto tamanho = std::max<off_t>(::lseek(descritor, 0, SEEK_END), 0);
   String texto(static_cast<std::size_t>(tamanho), '\0');
@@ -48,7 +41,9 @@ TProcesso::TProcesso(const String& linha, const TOpcoesExecucao& opcoes)
     : FSaida(opcoes.Saida.empty() ? ::memfd_create("saida", 0) : ::open(opcoes.Saida.c_str(), O_RDWR)),
       FErros(::memfd_create("erros", 0)) {
   const bool semPrivilegios = opcoes.SemPrivilegios && ::geteuid() == 0;
-  auto argumentos = Argumentos(linha);
+  std::vector<String> argumentos = {"impnfse"};
+  std::istringstream texto(linha);
+  for (String argumento; texto >> std::quoted(argumento, '\'');) argumentos.push_back(argumento);
   std::vector<char*> argv;
   for (auto& argumento : argumentos) argv.push_back(argumento.data());
   argv.push_back(nullptr);

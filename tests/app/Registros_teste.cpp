@@ -94,13 +94,11 @@ TEST_F(TTesteRegistros, TextoDeCemMilCaracteresNaoPerdeANota) {
 TEST_F(TTesteRegistros, Filtros) {
   RegistrarFilial("", kOutraFilial);
   std::vector<TNotaGINFES> notas;
-  for (const String data : {"2026-03-15", "2026-03-31", "2026-04-02"}) {
-    const auto numero = std::to_string(notas.size() + 1);
+  for (const auto& [numero, data] : Casos("1 => 2026-03-15 | 2 => 2026-03-31 | 3 => 2026-04-02"))
     notas.push_back({.Numero = numero,
                      .DataEmissao = data,
                      .Discriminacao = "Serviço " + numero,
                      .Tomador = {.Documento = CNPJ("9988877700016" + numero)}});
-  }
   notas[1].Tomador.Documento = CNPJ(kOutraFilial);
   ImportarNotas(notas);
   // The numbers of the documents; how many periods, participants and items. With a filter by date, only the

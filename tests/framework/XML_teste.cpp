@@ -28,8 +28,8 @@ TEST(XMLDocumento, MalformadoLevanta) {
       "<1a/> | <a><!-- -- --></a> | <a><![CDATA[x</a> |  <?xml version=\"1.0\"?><a/> | {\"a\": 1} | <a>]]></a> | "
       "<a>n\xE3o</a> | <?xml version=\"1.0\" encoding=\"UTF-8\"?><a>n\xE3o</a>");
   casos.emplace_back(String("<a>\0</a>", 8), "");
-  for (const auto& [xml, ignorado] : casos)
-    EXPECT_TRUE(Levantado([&] { Abrir(xml); }).starts_with("XML malformado na linha ")) << xml;
+  for (const auto& caso : casos)
+    EXPECT_TRUE(Levantado([&] { Abrir(caso.first); }).starts_with("XML malformado na linha ")) << caso.first;
   EXPECT_EQ(Levantado([] { Abrir("<a>\n\n<b></a>"); }), "XML malformado na linha 3.");
   EXPECT_THROW(Abrir("<?xml version=\"1.0\" encoding=\"x-inventada\"?><a>x</a>"), EXML);
   EXPECT_THROW(LoadXMLDocument("/falta.xml"), EArquivo);
@@ -93,10 +93,9 @@ TEST(XMLFormato, LePorCaminho) {
   const TPastaTemporaria pasta;
   const auto arquivo = pasta.Gravar(
       "a.xml",
-      "<Raiz versao=\"2\"><Outra/><Nota id=\"n1\"><Numero>1</Numero><Numero>2</Numero><Valores "
-      "moeda=\"R$\"><ISS>5</ISS>"
+      "<Raiz versao='2'><Outra/><Nota id='n1'><Numero>1</Numero><Numero>2</Numero><Valores moeda='R$'><ISS>5</ISS>"
       "</Valores><Valores><ISS>6</ISS></Valores><Cpf>f</Cpf><Cnpj>j</Cnpj><PrestadorServico><Nome>P</Nome>"
-      "</PrestadorServico></Nota><x:Nota xmlns:x=\"u\"/><Nota><Cpf>f</Cpf><Valores/></Nota><Nota><Cnpj/><Cpf>f</Cpf>"
+      "</PrestadorServico></Nota><x:Nota xmlns:x='u'/><Nota><Cpf>f</Cpf><Valores/></Nota><Nota><Cnpj/><Cpf>f</Cpf>"
       "<Numero><x/></Numero></Nota></Raiz>");
   const auto raiz = Load<TRaizTeste>(arquivo, {.Tag = "Raiz", .Prefixos = {}});
   const auto notas = raiz->Itens<"Nota">();

@@ -77,14 +77,6 @@ TEST_F(TRegistroBanco, TabelasTemOsCamposDosRegistros) {
             "CA06_IMPORTACFG.IDIMPORTACFG CA06_IMPORTACFG.SEQUENCIA ");
 }
 
-template <class Registro>
-void Comparar(const Registro& lido, const Registro& esperado) {
-  const auto conferir = [&](auto campo) {
-    EXPECT_TRUE(lido.*campo.Membro == esperado.*campo.Membro) << Registro::kTabela << ' ' << campo.Nome;
-  };
-  std::apply([&](auto... campo) { (conferir(campo), ...); }, Registro::Campos());
-}
-
 TEST_F(TRegistroBanco, CadaCampoVoltaComoFoi) {
   Armazem().IniciarExecucao(1);
   int documento = 0;
@@ -102,7 +94,10 @@ TEST_F(TRegistroBanco, CadaCampoVoltaComoFoi) {
     leitura.Abrir();
     Registro lido;
     ASSERT_TRUE(leitura.Proximo(lido));
-    Comparar(lido, registro);
+    const auto comparar = [&](auto campo) {
+      EXPECT_TRUE(lido.*campo.Membro == registro.*campo.Membro) << Registro::kTabela << ' ' << campo.Nome;
+    };
+    std::apply([&](auto... campo) { (comparar(campo), ...); }, Registro::Campos());
   };
   for (const String& t :
        {String("d'Água; DROP TABLE 'x'; -- :p0 ? 💳 \""), Repetir("ç", 300), String(100'000, 'x'), String()}) {

@@ -4,11 +4,8 @@ namespace impnfse::testes::ginfes {
 
 class TGINFES : public TTesteComBanco {
  protected:
-  std::unique_ptr<TImpNFSe> ImportarTexto(const String& xml) {
-    return Importar(Pasta.Gravar("entrada/notas.xml", xml));
-  }
   std::unique_ptr<TImpNFSe> ImportarNotas(const std::vector<TNotaGINFES>& notas) {
-    return ImportarTexto(ArquivoGINFES(notas));
+    return Importar(Pasta.Gravar("entrada/notas.xml", ArquivoGINFES(notas)));
   }
 };
 
@@ -71,8 +68,8 @@ TEST_F(TGINFES, Prefixos) {
   for (const String prefixo : {"ns4", "ns2", "ns3"}) {
     auto xml = Substituir(TNotaGINFES{.Numero = prefixo.substr(2), .Discriminacao = "a ns3:b"}.Xml(), "</", "\x01");
     xml = Substituir(Substituir(xml, "<", "<" + prefixo + ":"), "\x01", "</" + prefixo + ":");
-    const auto importacao = ImportarTexto(fmt::format("<{0}:NFSE xmlns:{0}='u'>{1}</{0}:NFSE>", prefixo, xml));
-    EXPECT_EQ(importacao->GetResumo().Importou, prefixo != "ns4");
+    xml = fmt::format("<{0}:NFSE xmlns:{0}='u'>{1}</{0}:NFSE>", prefixo, xml);
+    EXPECT_EQ(Importar(Pasta.Gravar("nota.xml", xml))->GetResumo().Importou, prefixo != "ns4");
   }
   EXPECT_EQ(Documentos("CAST(D.DESCR_ITEM AS VARCHAR(9))"), "a b\na b");
 }
