@@ -222,7 +222,9 @@ void TArmazemRegistros::Gravar(const TDadosRegistro0000MSG& registro) {
     insercao = std::make_unique<TInsercao<TDadosRegistro0000MSG>>(
         FBanco.Sessao(), std::vector<std::string_view>{TDadosRegistro0000MSG::kColunaId},
         std::vector<std::string_view>{});
-  insercao->Gravar(registro, {ProximoId(TGerador::Msg)});
+  const auto id = ProximoId(TGerador::Msg);
+  insercao->Gravar(registro, {id});
+  GuardarTextosLongos(*insercao, registro.kTabela, id);
 }
 
 template <class Insercao>
@@ -238,9 +240,10 @@ void TArmazemRegistros::GuardarTextosLongos(const Insercao& insercao, std::strin
 void TArmazemRegistros::SubstituirDocumentoAnterior(const TDadosRegistroA100& registro) {
   if (registro.GetNUM_DOC() == 0 || !FPeriodosJaExistentes.contains(registro.GetIDREG0000())) return;
   // Only at the first document of a key: from the second on, what stands there may be this run's own.
-  const auto chave = fmt::format("{}\n{}\n{}\n{}\n{}\n{}\n{}", registro.GetIDREG0000(), registro.GetNUM_DOC(),
-                                 registro.GetDT_DOC(), static_cast<int>(registro.GetIND_OPER()),
-                                 static_cast<int>(registro.GetIND_EMIT()), registro.GetCOD_PART(), registro.GetSER());
+  const auto chave =
+      fmt::format("{}\n{}\n{}\n{}\n{}\n{}\n{}", registro.GetIDREG0000(), registro.GetNUM_DOC(), registro.GetDT_DOC(),
+                  static_cast<int>(registro.GetIND_OPER()), static_cast<int>(registro.GetIND_EMIT()),
+                  Primeiros(registro.GetCOD_PART(), kLarguraTexto), Primeiros(registro.GetSER(), kLarguraTexto));
   if (!FDocumentosVistos.insert(chave).second) return;
   auto& i = Instrucoes();
   if (!i.RemocaoDeDocumento)
