@@ -60,26 +60,24 @@ void TLeitorRegistros::Ler(const std::function<void(const TDadosRegistro0000&)>&
   LerTodos<TDadosRegistro0000>(FBanco, fmt::format("WHERE {} ORDER BY R.IDREG0000", condicao), receber);
 }
 
-void TLeitorRegistros::Ler(const std::function<void(const TDadosRegistro0150&)>& receber) {
-  String juncao;
+String TLeitorRegistros::DaEmpresa(std::string_view coluna, std::string_view origem) const {
+  String consulta;
   if (TemDatas())
-    juncao = fmt::format(
-        "JOIN (SELECT DISTINCT A.IDREG0150 FROM ES02_REGA100 A JOIN ES02_REG0000 P ON P.IDREG0000 = A.IDREG0000 WHERE "
-        "{}) D ON D.IDREG0150 = R.IDREG0150 ",
-        CondicaoDosDocumentos());
-  if (FFiltro.IdFilial != 0) juncao += fmt::format("WHERE R.IDEMPRESA = {} ", FFiltro.IdEmpresa);
-  LerTodos<TDadosRegistro0150>(FBanco, juncao + "ORDER BY R.IDREG0150", receber);
+    consulta = fmt::format(
+        "JOIN (SELECT DISTINCT {0} FROM {1} JOIN ES02_REG0000 P ON P.IDREG0000 = A.IDREG0000 WHERE {2}) D ON D.{0} = "
+        "R.{0} ",
+        coluna, origem, CondicaoDosDocumentos());
+  if (FFiltro.IdFilial != 0) consulta += fmt::format("WHERE R.IDEMPRESA = {} ", FFiltro.IdEmpresa);
+  return consulta + fmt::format("ORDER BY R.{}", coluna);
+}
+
+void TLeitorRegistros::Ler(const std::function<void(const TDadosRegistro0150&)>& receber) {
+  LerTodos<TDadosRegistro0150>(FBanco, DaEmpresa("IDREG0150", "ES02_REGA100 A"), receber);
 }
 
 void TLeitorRegistros::Ler(const std::function<void(const TDadosRegistro0200&)>& receber) {
-  String juncao;
-  if (TemDatas())
-    juncao = fmt::format(
-        "JOIN (SELECT DISTINCT I.IDREG0200 FROM ES02_REGA170 I JOIN ES02_REGA100 A ON A.IDREGA100 = I.IDREGA100 JOIN "
-        "ES02_REG0000 P ON P.IDREG0000 = A.IDREG0000 WHERE {}) D ON D.IDREG0200 = R.IDREG0200 ",
-        CondicaoDosDocumentos());
-  if (FFiltro.IdFilial != 0) juncao += fmt::format("WHERE R.IDEMPRESA = {} ", FFiltro.IdEmpresa);
-  LerTodos<TDadosRegistro0200>(FBanco, juncao + "ORDER BY R.IDREG0200", receber);
+  LerTodos<TDadosRegistro0200>(
+      FBanco, DaEmpresa("IDREG0200", "ES02_REGA170 I JOIN ES02_REGA100 A ON A.IDREGA100 = I.IDREGA100"), receber);
 }
 
 void TLeitorRegistros::Ler(const std::function<void(TDadosRegistroA100&)>& receber) {

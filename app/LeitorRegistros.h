@@ -33,6 +33,9 @@ class TLeitorRegistros {
   bool TemDatas() const { return FFiltro.De != 0 || FFiltro.Ate != 0; }
   // The condition on the documents, over the tables A (A100) and P (0000).
   String CondicaoDosDocumentos() const;
+  // Which rows R of a table kept per company are wanted, in order of their id: with dates, those that the documents
+  // refer to by that column of `origem`.
+  String DaEmpresa(std::string_view coluna, std::string_view origem) const;
 
   TBancoFirebird& FBanco;
   TFiltroRegistros FFiltro;
