@@ -9,6 +9,7 @@
 #include "BarraTerminal.h"
 #include "Comandos.h"
 #include "ErrosDoSistema.h"
+#include "EscolhaDeLeiaute.h"
 #include "EscritorJSON.h"
 #include "Suite.h"
 #include "UnVX03704ImpNFSe.h"
@@ -50,40 +51,58 @@ std::vector<String> Arquivos(const std::vector<String>& argumentos) {
   return arquivos;
 }
 
-Int64 IdDaFilial(TBancoFirebird& banco, const String& cnpj) {
+TDadosFilial FilialDoPedido(TBancoFirebird& banco, const String& cnpj) {
   const auto filiais = ListarFiliais(banco);
   if (filiais.empty())
     throw EUso("nenhuma filial registrada. Registre uma com: impnfse filial BANCO --cnpj N --uf UF --municipio CODIGO");
-  if (cnpj.empty()) return filiais.front().Dados.IDFILIAL;
+  if (cnpj.empty()) return filiais.front().Dados;
   const auto filial = BuscarFilial(banco, NormalizarCNPJ(cnpj));
   if (!filial) throw EUso(fmt::format("a filial {} não está registrada. Registre-a com: impnfse filial", cnpj));
-  return filial->Dados.IDFILIAL;
+  return filial->Dados;
 }
 
 // What became of one file.
 struct TResultado {
   String Arquivo;
-  String Leiaute;
-  TResumoArquivo Resumo;
+  TEscolha Escolha;
+  TResumoArquivo Resumo = {};
   bool TemErros = false;
-  std::vector<String> Erros;
+  std::vector<String> Erros = {};
+
+  // The file could be analysed, and its layout is still to be named.
+  bool Indeciso = false;
 
   bool DeuCerto() const { return Resumo.Importou && !TemErros && Resumo.FalhaAoMover.empty(); }
 };
 
-TResultado ImportarArquivo(const String& arquivo, const String& leiaute, Int64 idFilial, TBarraTerminal& barra) {
+TResultado ImportarArquivo(const String& arquivo, const TEscolha& escolha, Int64 idFilial, TBarraTerminal& barra) {
   TImpNFSe importacao;
-  importacao.DadosArquivo = {
-      .Arquivo = CaminhoInteiro(arquivo), .CodigoLeiaute = leiaute, .TipoImportacao = "NFSE", .IDFILIAL = idFilial};
+  importacao.DadosArquivo = {.Arquivo = CaminhoInteiro(arquivo),
+                             .CodigoLeiaute = escolha.Leiaute,
+                             .TipoImportacao = "NFSE",
+                             .IDFILIAL = idFilial};
   importacao.BarraProgresso = barra.Display();
   importacao.OnArquivoCarregado = [](TArquivoImpBase*) {};
   importacao.Start();
   importacao.WaitFor();
   return {.Arquivo = arquivo,
-          .Leiaute = leiaute,
+          .Escolha = escolha,
           .Resumo = importacao.GetResumo(),
           .TemErros = importacao.GetTemErros(),
           .Erros = {importacao.GetListaErros().begin(), importacao.GetListaErros().end()}};
+}
+
+// A file that none of the candidates was chosen for.
+TResultado DeixarIndeciso(const String& arquivo, const TEscolha& escolha) {
+  String codigos;
+  for (const auto& candidato : escolha.Candidatos) codigos += (codigos.empty() ? "" : ", ") + candidato.Codigo;
+  const auto texto =
+      codigos.empty() ? String("Nenhum leiaute foi reconhecido.") : "Mais de um leiaute serve: " + codigos + ".";
+  return {.Arquivo = arquivo,
+          .Escolha = escolha,
+          .TemErros = true,
+          .Erros = {texto + " Informe um com --leiaute CODIGO."},
+          .Indeciso = true};
 }
 
 nlohmann::ordered_json ComoJSON(const TResultado& r) {
@@ -91,7 +110,7 @@ nlohmann::ordered_json ComoJSON(const TResultado& r) {
   for (const auto& documento : r.Resumo.Documentos)
     documentos.push_back({{"tipo", static_cast<int>(documento.Tipo)}, {"numero", documento.Numero}});
   return {{"arquivo", r.Arquivo},
-          {"leiaute", r.Leiaute},
+          {"leiaute", r.Escolha.Leiaute},
           {"classe", r.Resumo.Classe},
           {"importou", r.Resumo.Importou},
           {"temErros", r.TemErros},
@@ -122,6 +141,7 @@ void Relatar(const TResultado& r) {
       std::count_if(documentos.begin(), documentos.end(), [](const auto& d) { return d.Tipo == tpeEmitente; });
   const auto total = static_cast<std::ptrdiff_t>(documentos.size());
   fmt::print("{} {}\n", r.DeuCerto() ? "✓" : total > 0 ? "!" : "✗", r.Arquivo);
+  if (!r.Escolha.Porque.empty()) fmt::print("    leiaute {}, {}\n", r.Escolha.Leiaute, r.Escolha.Porque);
   if (total > 0)
     fmt::print("    {}: {}, {}\n", Contar(total, "documento", "documentos"),
                Contar(emitidos, "de saída (emitente)", "de saída (emitente)"),
@@ -131,14 +151,15 @@ void Relatar(const TResultado& r) {
 
   std::vector<String> linhas;
   if (!r.DeuCerto() && total == 0) linhas.push_back(FalhaDeLeitura(r.Arquivo));
-  if (r.Resumo.Classe.empty() && ImportadoresDoLeiaute(r.Leiaute).empty())
-    linhas.push_back(fmt::format("O leiaute \"{}\" não tem importador (veja: impnfse leiautes).", r.Leiaute));
+  const auto& leiaute = r.Escolha.Leiaute;
+  if (!leiaute.empty() && r.Resumo.Classe.empty() && ImportadoresDoLeiaute(leiaute).empty())
+    linhas.push_back(fmt::format("O leiaute \"{}\" não tem importador (veja: impnfse leiautes).", leiaute));
   linhas.insert(linhas.end(), r.Erros.begin(), r.Erros.end());
   linhas.push_back(r.Resumo.Erro);
   linhas.push_back(r.Resumo.FalhaAoMover);
   if (total == 0 && !r.DeuCerto() &&
       std::all_of(linhas.begin(), linhas.end(), [](const String& l) { return l.empty(); }))
-    linhas.push_back(fmt::format("Nenhuma nota do leiaute {} foi encontrada no arquivo.", r.Leiaute));
+    linhas.push_back(fmt::format("Nenhuma nota do leiaute {} foi encontrada no arquivo.", leiaute));
   for (auto linha = linhas.begin(); linha != linhas.end(); ++linha)
     if (!linha->empty() && std::find(linhas.begin(), linha, *linha) == linha) fmt::print("    {}\n", *linha);
 
@@ -146,6 +167,20 @@ void Relatar(const TResultado& r) {
     fmt::print("    arquivado em {}\n", r.Resumo.Destino);
   else if (total > 0 && r.Resumo.FalhaAoMover.empty())
     fmt::print("    o arquivo ficou onde estava: a filial não tem arquivo morto\n");
+}
+
+// The files whose layout is still to be named, with what may be named.
+void ListarIndecisos(const String& banco, const std::vector<TResultado>& resultados) {
+  bool algum = false;
+  for (const auto& r : resultados) {
+    if (!r.Indeciso) continue;
+    if (!algum) fmt::print("\nSem leiaute:\n");
+    algum = true;
+    const auto& candidatos = r.Escolha.Candidatos;
+    fmt::print("? {}\n{}", r.Arquivo,
+               candidatos.empty() ? "        nenhum leiaute foi reconhecido\n" : ListarCandidatos(candidatos));
+  }
+  if (algum) fmt::print("Informe o leiaute com: impnfse importar {} ARQUIVO --leiaute CODIGO\n", banco);
 }
 
 void Resumir(const std::vector<TResultado>& resultados) {
@@ -160,9 +195,29 @@ void Resumir(const std::vector<TResultado>& resultados) {
 
 }  // namespace
 
+int Analisar(const String& banco, const TOpcoesAnalisar& opcoes) {
+  TSuite suite(banco);
+  std::vector<TCandidato> candidatos;
+  try {
+    candidatos = AnalisarArquivo(suite, opcoes.Arquivo);
+  } catch (const EArquivo& falha) {
+    fmt::print(stderr, "impnfse: {}\n", falha.what());
+    return 1;
+  }
+  if (opcoes.JSON) {
+    auto lista = nlohmann::ordered_json::array();
+    for (const auto& [codigo, descricao, tp] : candidatos)
+      lista.push_back({{"codigo", codigo}, {"descricao", descricao}, {"tp", tp}});
+    fmt::print("{}\n", TextoJSON(lista, 2));
+  } else if (candidatos.empty()) {
+    fmt::print("Nenhum leiaute foi reconhecido em {}.\n", opcoes.Arquivo);
+  } else {
+    fmt::print("Código  Leiaute\n{}", ListarCandidatos(candidatos));
+  }
+  return 0;
+}
+
 int Importar(const String& banco, const TOpcoesImportar& opcoes) {
-  if (opcoes.Leiaute.empty())
-    throw EUso(fmt::format("falta o leiaute. Informe-o com --leiaute CODIGO (veja: impnfse leiautes {})", banco));
   const auto arquivos = Arquivos(opcoes.Arquivos);
 
   TBarraTerminal barra;
@@ -171,14 +226,28 @@ int Importar(const String& banco, const TOpcoesImportar& opcoes) {
                  fmt::print(stderr, "impnfse: {}\n", texto);
                }});
   Application->SetAoProcessarMensagens([&] { barra.Atualizar(); });
-  const auto idFilial = IdDaFilial(suite.Banco(), opcoes.Filial);
+  const auto filial = FilialDoPedido(suite.Banco(), opcoes.Filial);
+
+  const auto escolherEImportar = [&](const String& arquivo) -> TResultado {
+    TEscolha escolha{.Leiaute = opcoes.Leiaute};
+    if (escolha.Leiaute.empty()) {
+      barra.Apagar();
+      try {
+        escolha = EscolherLeiaute(suite, filial, arquivo);
+      } catch (const std::exception& falha) {
+        return {.Arquivo = arquivo, .Escolha = {}, .TemErros = true, .Erros = {falha.what()}};
+      }
+      if (escolha.Leiaute.empty()) return DeixarIndeciso(arquivo, escolha);
+    }
+    return ImportarArquivo(arquivo, escolha, filial.IDFILIAL, barra);
+  };
 
   std::vector<TResultado> resultados;
   for (std::size_t i = 0; i < arquivos.size(); ++i) {
     barra.IniciarArquivo(arquivos[i], i, arquivos.size());
-    resultados.push_back(ImportarArquivo(arquivos[i], opcoes.Leiaute, idFilial, barra));
+    resultados.push_back(escolherEImportar(arquivos[i]));
     barra.Apagar();
-    if (!opcoes.JSON) Relatar(resultados.back());
+    if (!opcoes.JSON && !resultados.back().Indeciso) Relatar(resultados.back());
   }
 
   if (arquivos.empty() && !opcoes.JSON) fmt::print("Nenhum arquivo para importar.\n");
@@ -190,8 +259,9 @@ int Importar(const String& banco, const TOpcoesImportar& opcoes) {
         fmt::print(stderr, "impnfse: {}: {}\n", resultado.Arquivo, resultado.Resumo.FalhaAoMover);
     }
     fmt::print("{}\n", TextoJSON(lista, 2));
-  } else if (resultados.size() > 1) {
-    Resumir(resultados);
+  } else {
+    ListarIndecisos(banco, resultados);
+    if (resultados.size() > 1) Resumir(resultados);
   }
   return std::all_of(resultados.begin(), resultados.end(), [](const auto& r) { return r.DeuCerto(); }) ? 0 : 1;
 }

@@ -32,8 +32,13 @@ struct TOpcoesFilial {
 
 struct TOpcoesImportar {
   std::vector<String> Arquivos;
-  String Leiaute;
+  String Leiaute;  // empty: chosen per file
   String Filial;
+  bool JSON = false;
+};
+
+struct TOpcoesAnalisar {
+  String Arquivo;
   bool JSON = false;
 };
 
@@ -48,6 +53,7 @@ int Criar(const String& banco);
 int Filial(const String& banco, const TOpcoesFilial& opcoes);
 int Municipios(const String& banco, const String& arquivo, bool substituir);
 int Leiautes(const String& banco, bool json);
+int Analisar(const String& banco, const TOpcoesAnalisar& opcoes);
 int Importar(const String& banco, const TOpcoesImportar& opcoes);
 int Registros(const String& banco, const TOpcoesRegistros& opcoes);
 

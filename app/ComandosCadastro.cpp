@@ -9,9 +9,9 @@
 #include "BancoFirebird.h"
 #include "Comandos.h"
 #include "EscritorJSON.h"
-#include "LeiautesNFSe.h"
 #include "TabelaDeMunicipios.h"
 #include "UnVX03704BaseFuncoes.h"
+#include "UnVX03704ImpNFSe.h"
 #include "VX03704Filiais.h"
 
 namespace impnfse::app {
@@ -143,7 +143,8 @@ int Leiautes(const String& caminho, bool json) {
     for (const auto* importador : ImportadoresDoLeiaute(codigo)) importadores.push_back(importador->Classe);
     lista.push_back({{"codigo", codigo},
                      {"descricao", linhas.FieldByName("DESCRICAO").GetAsString()},
-                     {"importadores", std::move(importadores)}});
+                     {"importadores", std::move(importadores)},
+                     {"proposto", AnalisePropoeLeiaute(codigo)}});
   }
   if (json) {
     fmt::print("{}\n", TextoJSON(lista, 2));
@@ -154,8 +155,11 @@ int Leiautes(const String& caminho, bool json) {
     String importadores;
     for (const auto& classe : leiaute["importadores"])
       importadores += (importadores.empty() ? "" : ", ") + classe.get<String>();
-    fmt::print("{:>6}  {}\n        {}\n", leiaute["codigo"].get<String>(), leiaute["descricao"].get<String>(),
+    const auto codigo = leiaute["codigo"].get<String>();
+    fmt::print("{:>6}  {}\n        {}\n", codigo, leiaute["descricao"].get<String>(),
                importadores.empty() ? "ainda sem importador" : importadores);
+    if (!leiaute["proposto"].get<bool>())
+      fmt::print("        a análise nunca o propõe: importe com --leiaute {}\n", codigo);
   }
   return 0;
 }

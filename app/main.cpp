@@ -67,6 +67,7 @@ struct TLinhaDeComando {
   bool Substituir = false;
   bool JSON = false;
   TOpcoesFilial OpcoesFilial;
+  TOpcoesAnalisar OpcoesAnalisar;
   TOpcoesImportar OpcoesImportar;
   TOpcoesRegistros OpcoesRegistros;
 
@@ -102,9 +103,17 @@ struct TLinhaDeComando {
     auto* leiautes = Comando("leiautes", "Lista os leiautes", [&] { return Leiautes(Banco, JSON); });
     leiautes->add_flag("--json", JSON, "Saída em JSON");
 
+    auto* analisar = Comando("analisar", "Mostra os leiautes que um arquivo pode ter",
+                             [&] { return Analisar(Banco, OpcoesAnalisar); });
+    analisar->add_option("ARQUIVO", OpcoesAnalisar.Arquivo, "O arquivo")->required();
+    analisar->add_flag("--json", OpcoesAnalisar.JSON, "Saída em JSON");
+
     auto* importar = Comando("importar", "Importa arquivos de notas", [&] { return Importar(Banco, OpcoesImportar); });
     importar->add_option("ARQUIVO", OpcoesImportar.Arquivos, "Arquivos, ou pastas com os arquivos")->required();
-    importar->add_option("--leiaute", OpcoesImportar.Leiaute, "Código do leiaute (veja: impnfse leiautes)");
+    importar->add_option(
+        "--leiaute", OpcoesImportar.Leiaute,
+        "Código do leiaute (veja: impnfse leiautes); sem ele, o último da filial que sirva ao arquivo, "
+        "ou o único que sirva, ou uma pergunta no terminal");
     importar->add_option("--filial", OpcoesImportar.Filial, "CNPJ da filial que importa (a primeira registrada)");
     importar->add_flag("--json", OpcoesImportar.JSON, "Saída em JSON");
 

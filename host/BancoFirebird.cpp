@@ -194,6 +194,21 @@ void TBancoFirebird::Desfazer() {
   Proteger([&] { FSessao->rollback(); });
 }
 
+void TBancoFirebird::EmTransacao(const std::function<void()>& acao) {
+  for (;;) {
+    Iniciar();
+    try {
+      acao();
+      return Confirmar();
+    } catch (const EConflito&) {
+      Desfazer();
+    } catch (...) {
+      Desfazer();
+      throw;
+    }
+  }
+}
+
 void TBancoFirebird::EmTransacaoPropria(const std::function<void()>& acao) {
   Proteger([&] {
     if (FEmTransacao) return acao();
@@ -247,6 +262,7 @@ Int64 TBancoFirebird::ConsultarInteiro(const String& sql) {
 
 void TBancoFirebird::Relancar(const soci::soci_error& erro) {
   FPerdida = FPerdida || EhConexaoPerdida(erro);
+  if (EhConflitoDeAtualizacao(erro)) throw EConflito(TextoDoErro(erro, FConexao));
   throw EBanco(TextoDoErro(erro, FConexao));
 }
 

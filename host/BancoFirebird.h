@@ -35,7 +35,8 @@ class TBancoFirebird {
   void Iniciar();
   void Confirmar();
   void Desfazer();
-  bool EmTransacao() const { return FEmTransacao; }
+  // Runs `acao` in a transaction: begun again, with `acao`, for as long as other processes change the same rows first.
+  void EmTransacao(const std::function<void()>& acao);
   // Whether the connection is gone (the server, or the network). Prepared statements over it can't be closed any more:
   // SOCI would raise in their destructors. Who has some lets go of them, as this class does of its own.
   bool Perdida() const { return FPerdida; }

@@ -30,4 +30,10 @@ class EBanco : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Another process changed the same rows first: from a new transaction the same would do.
+class EConflito : public EBanco {
+ public:
+  using EBanco::EBanco;
+};
+
 }  // namespace impnfse

@@ -45,7 +45,8 @@ TEST_F(TTesteCadastro, UsoIncorretoDizOQueFaltaEmUmaLinha) {
 }
 
 TEST_F(TTesteCadastro, TodoComandoRespondeAHelp) {
-  for (const String comando : {"", "criar ", "filial ", "municipios ", "leiautes ", "importar ", "registros "}) {
+  for (const String comando :
+       {"", "criar ", "filial ", "municipios ", "leiautes ", "analisar ", "importar ", "registros "}) {
     const auto ajuda = Exigir(comando + "--help");
     EXPECT_TRUE(Contem(ajuda, "Uso: impnfse " + comando));
     EXPECT_FALSE(Contem(ajuda, "Options") || Contem(ajuda, "REQUIRED")) << ajuda;
@@ -94,9 +95,16 @@ TEST_F(TTesteCadastro, MunicipiosCompletaOuSubstitui) {
 
 TEST_F(TTesteCadastro, Leiautes) {
   const auto leiautes = Json::parse(Rodar("leiautes banco.fdb --json").Saida);
-  const Json ginfes = {{"codigo", "43"}, {"descricao", "GINFES"}, {"importadores", {"TNFSeGINFES"}}};
+  const Json ginfes = {
+      {"codigo", "43"}, {"descricao", "GINFES"}, {"importadores", {"TNFSeGINFES"}}, {"proposto", true}};
   EXPECT_EQ(std::count(leiautes.begin(), leiautes.end(), ginfes), 1) << leiautes;
-  EXPECT_TRUE(Contem(Rodar("leiautes banco.fdb").Saida, "    43  GINFES\n        TNFSeGINFES\n"));
+  const auto texto = Rodar("leiautes banco.fdb").Saida;
+  EXPECT_TRUE(Contem(texto, "    43  GINFES\n        TNFSeGINFES\n"));
+  for (const auto& leiaute : leiautes) {
+    const auto codigo = leiaute["codigo"].get<String>();
+    EXPECT_EQ(leiaute["proposto"], codigo != "59" && codigo != "60");
+    EXPECT_EQ(texto.find("nunca o propõe: importe com --leiaute " + codigo) != texto.npos, !leiaute["proposto"]);
+  }
 }
 
 }  // namespace impnfse::testes::cadastro

@@ -4,12 +4,15 @@
 #include <grp.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
+#include <pty.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <iomanip>
 #include <sstream>
 
@@ -22,6 +25,16 @@ String LerEFechar(int descritor) {
   const auto tamanho = std::max<off_t>(::lseek(descritor, 0, SEEK_END), 0);
   String texto(static_cast<std::size_t>(tamanho), '\0');
   EXPECT_EQ(::pread(descritor, texto.data(), texto.size(), 0), tamanho);
+  ::close(descritor);
+  return texto;
+}
+
+// What was written to a terminal whose other end is closed.
+String LerTerminal(int descritor) {
+  String texto;
+  std::array<char, 4096> bloco{};
+  for (ssize_t lidos = 0; (lidos = ::read(descritor, bloco.data(), bloco.size())) > 0;)
+    texto.append(bloco.data(), static_cast<std::size_t>(lidos));
   ::close(descritor);
   return texto;
 }
@@ -40,6 +53,16 @@ bool MorrerAoChamar(int chamada) {
 TProcesso::TProcesso(const String& linha, const TOpcoesExecucao& opcoes)
     : FSaida(opcoes.Saida.empty() ? ::memfd_create("saida", 0) : ::open(opcoes.Saida.c_str(), O_RDWR)),
       FErros(::memfd_create("erros", 0)) {
+  if (!opcoes.Teclado.empty()) {
+    ::close(FErros);
+    termios modos{};
+    EXPECT_EQ(::openpty(&FErros, &FTerminal, nullptr, nullptr, nullptr), 0);
+    ::tcgetattr(FTerminal, &modos);
+    modos.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    modos.c_oflag &= ~static_cast<tcflag_t>(OPOST);
+    ::tcsetattr(FTerminal, TCSANOW, &modos);
+    EXPECT_GT(::write(FErros, opcoes.Teclado.data(), opcoes.Teclado.size()), 0);
+  }
   const bool semPrivilegios = opcoes.SemPrivilegios && ::geteuid() == 0;
   std::vector<String> argumentos = {"impnfse"};
   std::istringstream texto(linha);
@@ -55,7 +78,8 @@ TProcesso::TProcesso(const String& linha, const TOpcoesExecucao& opcoes)
   FPid = ::fork();
   if (FPid == 0) {
     ::dup2(FSaida, STDOUT_FILENO);
-    ::dup2(FErros, STDERR_FILENO);
+    ::dup2(FTerminal >= 0 ? FTerminal : FErros, STDERR_FILENO);
+    if (FTerminal >= 0) ::dup2(FTerminal, STDIN_FILENO);
     ::alarm(60);
     if (::chdir(opcoes.Pasta.c_str()) == 0 &&
         (!semPrivilegios || (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0)) &&
@@ -63,6 +87,7 @@ TProcesso::TProcesso(const String& linha, const TOpcoesExecucao& opcoes)
       ::fexecve(programa, argv.data(), environ);
     ::_exit(127);
   }
+  if (FTerminal >= 0) ::close(FTerminal);
   if (semPrivilegios) ::unsetenv("FIREBIRD_LOCK");
   ::close(programa);
 }
@@ -76,7 +101,7 @@ const TExecucao& TProcesso::Esperar() {
   FPid = -1;
   FExecucao = {.Status = WIFSIGNALED(estado) ? -WTERMSIG(estado) : WEXITSTATUS(estado),
                .Saida = LerEFechar(FSaida),
-               .Erros = LerEFechar(FErros)};
+               .Erros = FTerminal >= 0 ? LerTerminal(FErros) : LerEFechar(FErros)};
   return FExecucao;
 }
 

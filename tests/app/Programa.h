@@ -16,6 +16,7 @@ struct TOpcoesExecucao {
   String Saida = {};            // a file that takes its standard output
   bool SemPrivilegios = false;  // permissions hold for it, also where the tests run as root
   int MorreAoChamar = -1;       // the system call that kills it
+  String Teclado = {};          // typed at a terminal, which then also takes its standard error
 };
 
 struct TExecucao {
@@ -38,6 +39,7 @@ class TProcesso {
   pid_t FPid = -1;
   int FSaida = -1;
   int FErros = -1;
+  int FTerminal = -1;  // the program's end of the terminal, and FErros the other
   TExecucao FExecucao;
 };
 

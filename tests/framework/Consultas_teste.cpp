@@ -22,7 +22,7 @@ class TConsultas : public TTesteComBanco {
   TConsultas() { Suite().IniciarExecucao(0); }
 
   void Carregar(const std::vector<TLinhaMunicipio>& linhas, TCargaMunicipios carga) {
-    if (Banco().EmTransacao()) Armazem().Confirmar();
+    Armazem().Confirmar();
     Banco().Iniciar();
     GravarMunicipios(Banco().Sessao(), linhas, carga);
     Banco().Confirmar();
