@@ -19,6 +19,10 @@ constexpr std::string_view kSemCodigo = "SEMCOD";
 constexpr int kTipoItemServico = 9;
 constexpr int kUmaUnidade = 1;
 
+// COD_SIT.
+constexpr int kRegular = 0;
+constexpr int kCancelado = 2;
+
 }  // namespace
 
 // Placing a note
@@ -57,7 +61,7 @@ void TNFSeBase::GravarCodigoLeiauteNFSe() {
     GVXUtilsDialogs->Informacao(status.Mensagem);
 }
 
-void TNFSeBase::CarregarDosDoisLados(const String& numero, const std::function<void()>& carregarA100,
+bool TNFSeBase::CarregarDosDoisLados(const String& numero, const std::function<void()>& carregarA100,
                                      const String& prefixoErro) {
   bool carregou = false;
   const auto carregar = [&](const TBuscarID& busca, TTPEmpresaArquivo lado) {
@@ -71,10 +75,16 @@ void TNFSeBase::CarregarDosDoisLados(const String& numero, const std::function<v
   carregar(CarregouRegistro0000Destinatario(kTipoRegistro0000), tpeDestinatario);
   LimparDadosEmitenteDestinatario();
   Erro.clear();
-  if (carregou) return;
+  if (carregou) return true;
   SetTemErros(true);
   Erro = BuscarErroNaoGerouBloco0();
   GetListaErros().Add(prefixoErro + Erro);
+  return false;
+}
+
+void TNFSeBase::ConcluirPeloErro() {
+  Importou = Aparar(GetErro()).empty();
+  if (!Importou) SetTemErros(true);
 }
 
 void TNFSeBase::TratarErroEstrutura() {
@@ -154,15 +164,23 @@ void TNFSeBase::CarregarIdentificacaoA100() {
   a100.SetCOD_PART(std::to_string(IDParticipante));
 }
 
-void TNFSeBase::CarregarCabecalhoA100(const String& numero) {
+void TNFSeBase::CarregarCabecalhoA100(Int64 numero, bool cancelado) {
   CarregarIdentificacaoA100();
   auto& a100 = *GetDadosA100();
-  a100.SetNUM_DOC(StrToInt64Def(numero, 0));
+  a100.SetNUM_DOC(numero);
   a100.SetDT_DOC(GetData());
-  a100.SetCOD_SIT(0);
+  a100.SetCOD_SIT(cancelado ? kCancelado : kRegular);
+}
+
+void TNFSeBase::CarregarExecucaoA100(TDateTime execucao) {
+  auto& a100 = *GetDadosA100();
   a100.SetIND_PGTO("0");
-  a100.SetDT_EXE_SERV(GetData());
+  a100.SetDT_EXE_SERV(execucao);
   a100.SetCHV_NFSE(GetChave());
+}
+
+TDateTime TNFSeBase::ConverterDataPelaBarra(const String& texto) {
+  return ConverteData(texto, Ultimos(Primeiros(texto, 3), 1) == "/" ? fdDiaMesAno : fdAnoMesDia);
 }
 
 void TNFSeBase::MarcarISSRetido(bool retido) {
@@ -190,17 +208,24 @@ void TNFSeBase::ImportarA100() {
 // The participants
 // ---------------------------------------------------------------------------------------------------
 
-void TNFSeBase::CarregarEmitente(const TDadosParte& parte) {
+void TNFSeBase::CarregarEmitente(const TLerParte& lerParte) {
   const auto numero = GetCNPJCPFEmitente();
   if (numero == GetDadosEmpresaImportacao()->GetDadosFilial().CNPJ) return;
-  BuscarOuInserirParticipante(numero, GetIEEmitente(), parte);
+  BuscarOuInserirParticipante(numero, GetIEEmitente(), lerParte());
 }
 
-void TNFSeBase::CarregarDestinatario(const TDadosParte& parte) {
+void TNFSeBase::CarregarDestinatario(const TLerParte& lerParte, TRegraDestinatario regra) {
   const auto numero = GetCNPJCPFDestinatario();
-  if (numero == GetDadosEmpresaImportacao()->GetDadosFilial().CNPJ) return;
-  if (EncontrouParticipante(numero, GetIEDestinatario(), parte.COD_MUN) || numero.empty()) return;
+  const bool ehAFilial = numero == GetDadosEmpresaImportacao()->GetDadosFilial().CNPJ;
+  if (ehAFilial && !(regra.PropriaEmpresa && GetCNPJCPFEmitente() == numero)) return;
+  const auto parte = lerParte();
+  if (EncontrouParticipante(numero, GetIEDestinatario(), parte.COD_MUN) || (numero.empty() && !regra.SemNumero)) return;
   InserirParticipante(numero, GetIEDestinatario(), parte);
+}
+
+int TNFSeBase::CodigoPais(std::string_view texto) {
+  const auto codigo = StrToIntDef(Aparar(texto), 0);
+  return codigo > 0 ? codigo : TDadosRegistro0150::kBrasil;
 }
 
 void TNFSeBase::BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte) {
@@ -231,6 +256,7 @@ void TNFSeBase::InserirParticipante(const String& numero, const String& ie, cons
   participante.SetBAIRRO(parte.BAIRRO);
   participante.SetUF(parte.UF.empty() ? BuscarUFMunicipio(std::to_string(parte.COD_MUN)) : parte.UF);
   participante.SetCOD_PAIS(parte.COD_PAIS);
+  participante.SetOPTANTESIMPLES(parte.OPTANTESIMPLES);
   participante.SetTPIMPORTACAO(teaDocumentoEletronico);
   InserirRegistro(&participante, false);
 }
@@ -285,12 +311,28 @@ String TNFSeBase::MunicipioDaFilial() {
   return BuscarSomenteNumeros(GetDadosEmpresaImportacao()->GetDadosFilial().CODIGOMUNICIPIO);
 }
 
+String TNFSeBase::MunicipioDevidoISS(std::initializer_list<String> codigos) {
+  for (const auto& codigo : codigos) {
+    auto digitos = BuscarSomenteNumeros(codigo);
+    if (StrToIntDef(digitos, 0) > 0) return digitos;
+  }
+  return MunicipioDaFilial();
+}
+
 void TNFSeBase::InserirRetencao(std::string_view codigo, Currency base, Currency valor, Currency aliquota) {
   GetDadosA100()->InserirA17R({.IDREGA17R = BuscarID("A17R", true).ID,
                                .COD_RECEITA = String(codigo),
                                .VL_BC = base,
                                .VL_IMPOSTO = valor,
                                .ALIQUOTA = aliquota});
+}
+
+void TNFSeBase::InserirRetencoesFederais(Currency base, const TRetencoesFederais& valores) {
+  InserirRetencao(receita::kIR, base, valores.IR);
+  InserirRetencao(receita::kINSS, base, valores.INSS);
+  InserirRetencao(receita::kPIS, base, valores.PIS);
+  InserirRetencao(receita::kCOFINS, base, valores.COFINS);
+  InserirRetencao(receita::kCSLL, base, valores.CSLL);
 }
 
 void TNFSeBase::CarregarA17R() {

@@ -6,8 +6,10 @@
 
 #include <exception>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 
 #include "VX03704ImpDocEletBase.h"
 
@@ -40,6 +42,13 @@ struct TDadosParte {
   String BAIRRO = {};
   String UF = {};  // empty: the state of COD_MUN
   int COD_PAIS = TDadosRegistro0150::kBrasil;
+  String OPTANTESIMPLES = {};
+};
+
+// Which takers become participants besides those with a number that isn't the branch's.
+struct TRegraDestinatario {
+  bool PropriaEmpresa = false;  // the company itself, when it bills itself: issuer and taker are the branch
+  bool SemNumero = false;       // one without a number
 };
 
 // What a note tells of one service, as an item.
@@ -47,6 +56,15 @@ struct TDadosServico {
   String DESCR_ITEM = {};
   String COD_LST = {};  // item of the national service list, as written in the note
   String UNID_INV = "UN";
+};
+
+// The values of the taxes, ISS apart, that a taker retains.
+struct TRetencoesFederais {
+  Currency IR;
+  Currency INSS;
+  Currency PIS;
+  Currency COFINS;
+  Currency CSLL;
 };
 
 class TNFSeBase : public TImpDocEletBase {
@@ -98,11 +116,14 @@ class TNFSeBase : public TImpDocEletBase {
   static constexpr std::string_view kTextoProgresso = "Carregando documento {} de {}. ";
 
   // Runs `acao`. Any exception drops the document at hand, sets the error flag and makes the structure error the last
-  // error; nothing is added to the list.
+  // error; nothing is added to the list. False when there was one.
   template <class Acao>
-  void ComErroEstrutura(Acao acao);
+  bool ComErroEstrutura(Acao acao);
+  // The end of an importer that has tried several forms: it has imported when no error was left over, and an error that
+  // was sets the flag.
+  void ConcluirPeloErro();
 
-  // Calls `carregar` for each item in order, without a progress display.
+  // Calls `carregar` for each item in order, without a progress display. Where it returns a bool, false ends the loop.
   template <class Itens, class AcaoDaNota>
   void PercorrerNotas(const Itens& itens, AcaoDaNota carregar);
   // The same with the progress display, if there is one.
@@ -111,8 +132,8 @@ class TNFSeBase : public TImpDocEletBase {
 
   // Places the note at hand on the company's branches: `carregarA100` runs once for each side that is one, and the
   // document is noted in the summary under `numero`. A note of which no side is one is an error, whose copy in the list
-  // begins with `prefixoErro`; the file goes on.
-  void CarregarDosDoisLados(const String& numero, const std::function<void()>& carregarA100,
+  // begins with `prefixoErro`; the file goes on. Whether some side is.
+  bool CarregarDosDoisLados(const String& numero, const std::function<void()>& carregarA100,
                             const String& prefixoErro = {});
 
   // The document
@@ -128,13 +149,18 @@ class TNFSeBase : public TImpDocEletBase {
   using TImpDocEletBase::BuscarDiretorioDestinoArquivo;
   const String& BuscarDiretorioDestinoArquivo();
 
+  // The date of a text that is day first when its third character is "/", else year first; 0 when it is none.
+  TDateTime ConverterDataPelaBarra(const String& texto);
+
   // Begins a document: nothing of an earlier one is left, and no participant is known.
   void IniciarA100();
   // Its id, origin, destination, side and participant. Comes after the participants.
   void CarregarIdentificacaoA100();
-  // CarregarIdentificacaoA100, then what nearly every layout says alike: the number (0 when it is none), GetData as
-  // both dates, a regular situation, cash payment, GetChave.
-  void CarregarCabecalhoA100(const String& numero);
+  // CarregarIdentificacaoA100, then the number, GetData as date, and the situation: all that a cancelled note has in
+  // the layouts that know one.
+  void CarregarCabecalhoA100(Int64 numero, bool cancelado = false);
+  // What a note in force has besides: cash payment, the date of execution, GetChave.
+  void CarregarExecucaoA100(TDateTime execucao);
   // Marks the document when ISS is retained; otherwise the field keeps its initial value.
   void MarcarISSRetido(bool retido);
   // Stores the document with its children, and lets go of it.
@@ -147,9 +173,12 @@ class TNFSeBase : public TImpDocEletBase {
   // ------------------------------------------------------------------------------------------------
 
   // The issuer (taker) as participant of the document, unless its number is the current branch's: the company doesn't
-  // become its own participant. A taker without a number makes no participant.
-  void CarregarEmitente(const TDadosParte& parte);
-  void CarregarDestinatario(const TDadosParte& parte);
+  // become its own participant. `lerParte` is asked only when needed.
+  using TLerParte = std::function<TDadosParte()>;
+  void CarregarEmitente(const TLerParte& lerParte);
+  void CarregarDestinatario(const TLerParte& lerParte, TRegraDestinatario regra = {});
+  // The country's code, Brazil's unless the text is a number above 0.
+  static int CodigoPais(std::string_view texto);
   // Makes the participant with that number and registration the document's: the one found, or a new one.
   void BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte);
   // Makes the participant with that number and registration the document's, when the company has it.
@@ -170,9 +199,13 @@ class TNFSeBase : public TImpDocEletBase {
   void AdicionarA170(std::unique_ptr<TDadosRegistroA170> item);
   // The digits of the current branch's municipal code.
   String MunicipioDaFilial();
+  // The digits of the first of the codes that is a number above 0, else the branch's municipality.
+  String MunicipioDevidoISS(std::initializer_list<String> codigos);
 
   // Adds a retained tax. A value of 0 is added too: what is written is decided when the document is stored.
   void InserirRetencao(std::string_view codigo, Currency base, Currency valor, Currency aliquota = {});
+  // The five federal ones over one base.
+  void InserirRetencoesFederais(Currency base, const TRetencoesFederais& valores);
   // The six taxes in the order of their codes above, ISS only when it is retained, from the virtual getters.
   void CarregarA17R();
   void CarregarISSRetido();
@@ -196,17 +229,31 @@ class TNFSeBase : public TImpDocEletBase {
 };
 
 template <class Acao>
-void TNFSeBase::ComErroEstrutura(Acao acao) {
+bool TNFSeBase::ComErroEstrutura(Acao acao) {
   try {
     acao();
+    return true;
   } catch (const std::exception&) {
     TratarErroEstrutura();
+    return false;
+  }
+}
+
+// Whether the loop goes on behind the note.
+template <class AcaoDaNota, class Nota>
+bool CarregarESeguir(AcaoDaNota& carregar, const Nota& nota) {
+  if constexpr (std::is_same_v<decltype(carregar(nota)), bool>) {
+    return carregar(nota);
+  } else {
+    carregar(nota);
+    return true;
   }
 }
 
 template <class Itens, class AcaoDaNota>
 void TNFSeBase::PercorrerNotas(const Itens& itens, AcaoDaNota carregar) {
-  for (std::size_t i = 0; i < itens.Count(); ++i) carregar(itens[i]);
+  for (std::size_t i = 0; i < itens.Count(); ++i)
+    if (!CarregarESeguir(carregar, itens[i])) return;
 }
 
 template <class Itens, class AcaoDaNota>
@@ -214,7 +261,7 @@ void TNFSeBase::PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carreg
   IniciarProgresso(itens.Count());
   for (std::size_t i = 0; i < itens.Count(); ++i) {
     MostrarProgresso(i, itens.Count());
-    carregar(itens[i]);
+    if (!CarregarESeguir(carregar, itens[i])) return;
     AvancarProgresso();
   }
 }

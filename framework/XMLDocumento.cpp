@@ -29,6 +29,10 @@ TNoXML TDocumentoXML::Filho(TNoXML no, std::string_view nome) const {
   return filho;
 }
 
+bool TDocumentoXML::TemConteudo(TNoXML no) const {
+  return PrimeiroFilho(no) != TNoXML::Nenhum || !Aparar(Ler(No(no).Texto)).empty();
+}
+
 std::string_view TDocumentoXML::Texto(TNoXML no) const {
   if (PrimeiroFilho(no) != TNoXML::Nenhum)
     throw EXML(fmt::format("O elemento {} tem outros elementos onde se espera um texto.", Nome(no)));
@@ -78,6 +82,27 @@ void TDocumentoXML::ConferirAtributos() const {
         if (FNomes[(*FAtributos)[i].Nome] == FNomes[(*FAtributos)[j].Nome])
           throw EXML(fmt::format("Atributo {} repetido sem o seu prefixo.", FNomes[(*FAtributos)[i].Nome]));
   }
+}
+
+const std::shared_ptr<const TDocumentoXML>& TArquivoXML::Documento(std::span<const std::string_view> prefixos) {
+  auto leitura = std::find_if(FLeituras.begin(), FLeituras.end(), [&](const TLeitura& l) {
+    return std::equal(l.Prefixos.begin(), l.Prefixos.end(), prefixos.begin(), prefixos.end());
+  });
+  if (leitura == FLeituras.end()) {
+    TLeitura nova{{prefixos.begin(), prefixos.end()}, nullptr, nullptr};
+    try {
+      nova.Documento = Ler(prefixos);
+    } catch (...) {
+      nova.Falha = std::current_exception();
+    }
+    leitura = FLeituras.insert(FLeituras.end(), std::move(nova));
+  }
+  if (leitura->Falha) std::rethrow_exception(leitura->Falha);
+  return leitura->Documento;
+}
+
+std::shared_ptr<const TDocumentoXML> TArquivoXML::Ler(std::span<const std::string_view> prefixos) {
+  return prefixos.empty() ? LoadXMLDocument(FCaminho) : Documento()->SemPrefixos(prefixos);
 }
 
 }  // namespace impnfse

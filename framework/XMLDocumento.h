@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
+#include <exception>
 #include <memory>
 #include <span>
 #include <string>
@@ -32,10 +34,17 @@ class TDocumentoXML {
   // The first child element of that name; Nenhum when there is none.
   TNoXML Filho(TNoXML no, std::string_view nome) const;
 
+  // Whether the element has any content: other elements, or a text that isn't blank.
+  bool TemConteudo(TNoXML no) const;
   // The element's text; empty when it has none. Raises EXML for an element with element children.
   std::string_view Texto(TNoXML no) const;
   // The attribute's value; empty when the element doesn't have it.
   std::string_view Atributo(TNoXML no, std::string_view nome) const;
+
+  // How many nodes stand beside the root element, ahead of it and behind it: an XML declaration, comments, processing
+  // instructions, a document type.
+  std::size_t NosAntesDaRaiz() const { return FNosAntesDaRaiz; }
+  std::size_t NosDepoisDaRaiz() const { return FNosDepoisDaRaiz; }
 
   // The document as if each prefix in turn had been taken out of its whole text, wherever it occurs: in names,
   // attribute values and texts. Raises EXML when what remains isn't well-formed.
@@ -70,10 +79,33 @@ class TDocumentoXML {
   std::shared_ptr<const std::vector<TAtributoXML>> FAtributos;
   std::shared_ptr<const std::string> FTextos;
   std::vector<String> FNomes;
+  std::size_t FNosAntesDaRaiz = 0;
+  std::size_t FNosDepoisDaRaiz = 0;
 };
 
 // Reads a file in whatever encoding it declares. Raises EArquivo when it can't be read, EXML when it isn't well-formed.
 // Nothing outside the file is read; the expansion of entities and the depth are bounded.
 std::shared_ptr<const TDocumentoXML> LoadXMLDocument(const String& caminho);
+
+// A file of which several roots are tried. It is read and parsed once, and edited once per list of prefixes; what that
+// raised is raised again each time.
+class TArquivoXML {
+ public:
+  explicit TArquivoXML(String caminho) : FCaminho(std::move(caminho)) {}
+
+  // The document without those prefixes. Raises as LoadXMLDocument and SemPrefixos do.
+  const std::shared_ptr<const TDocumentoXML>& Documento(std::span<const std::string_view> prefixos = {});
+
+ private:
+  struct TLeitura {
+    std::vector<std::string_view> Prefixos;
+    std::shared_ptr<const TDocumentoXML> Documento;
+    std::exception_ptr Falha;
+  };
+  std::shared_ptr<const TDocumentoXML> Ler(std::span<const std::string_view> prefixos);
+
+  String FCaminho;
+  std::deque<TLeitura> FLeituras;
+};
 
 }  // namespace impnfse

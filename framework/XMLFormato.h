@@ -9,8 +9,9 @@
 //   Child(ChildType)   a structured element
 //   Item*(ItemType)    a structured element that repeats
 //   @attribute         an attribute, and "@attribute" in paths
-//   Name=Tag|OtherTag  read under Name: the child Tag when there is one, else OtherTag; with "(Type)" for
-//   structured ones
+//   Name=Tag|OtherTag  read under Name: the child Tag when there is one, else OtherTag; with "(Type)" for structured
+//                      ones. Of a repeating one ("Name=Tag|OtherTag*(Type)") the items have either tag
+//   Leaf?text          reads as that text when the element is absent; an empty element stays empty
 //
 // A path such as "Servico/Valores/ValorIss" starts at the element type at hand. A misspelt or impossible path doesn't
 // compile; at run time a path is a few comparisons of names.
@@ -56,6 +57,7 @@ struct TMembro {
   std::string_view Nome;
   std::string_view Tags;  // one, or several separated by "|"
   std::string_view Tipo;  // empty for a leaf
+  std::string_view Padrao;
   bool Repete = false;
   bool Atributo = false;
 };
@@ -86,6 +88,11 @@ constexpr TMembro LerMembro(std::string_view texto) {
   if (parentese != texto.npos) {
     membro.Tipo = texto.substr(parentese + 1, texto.size() - parentese - 2);
     texto = texto.substr(0, parentese);
+  }
+  const auto padrao = texto.find('?');
+  if (padrao != texto.npos) {
+    membro.Padrao = texto.substr(padrao + 1);
+    texto = texto.substr(0, padrao);
   }
   if (texto.ends_with('*')) {
     membro.Repete = true;
@@ -134,6 +141,7 @@ struct TPassos {
   std::array<std::string_view, kMaximo> Tags;
   std::size_t Quantidade = 0;
   bool Atributo = false;
+  std::string_view Padrao;  // of the last step
 
   template <std::size_t N>
   consteval TPassos(const TFormato<N>& f, std::string_view tipo, std::string_view caminho) {
@@ -141,10 +149,18 @@ struct TPassos {
       const auto membro = Membro(f, tipo, CortarAte(caminho, "/"));
       Tags[Quantidade++] = membro.Tags;
       Atributo = membro.Atributo;
+      Padrao = membro.Padrao;
       tipo = membro.Tipo;
     }
   }
 };
+
+// Whether the name is one of the tags.
+inline bool EhTag(std::string_view nome, std::string_view tags) {
+  while (!tags.empty())
+    if (nome == CortarAte(tags, "|")) return true;
+  return false;
+}
 
 // The child under the first of the tags that the element has.
 inline TNoXML Descer(const TDocumentoXML& documento, TNoXML no, std::string_view tags) {
@@ -187,18 +203,24 @@ class TElemento {
   // Whether the document has the element.
   bool Presente() const { return FNo != TNoXML::Nenhum; }
 
-  // The text at the path; empty when something on the way is absent. Raises EXML when the element there has element
-  // children.
+  // Whether it has no child elements; so has an absent one.
+  bool Vazio() const { return !Presente() || FDocumento->PrimeiroFilho(FNo) == TNoXML::Nenhum; }
+
+  // The text at the path; when something on the way is absent, what the format has for that, usually nothing. Raises
+  // EXML when the element there has element children.
   String Texto(TCaminho<F, Tipo> caminho) const {
-    if (!Presente()) return {};
     const auto& passos = caminho.Passos;
-    const auto pai = formato::Descer(*FDocumento, FNo, passos, passos.Quantidade - 1);
-    if (pai == TNoXML::Nenhum) return {};
     const auto ultimo = passos.Tags[passos.Quantidade - 1];
-    if (passos.Atributo) return String(FDocumento->Atributo(pai, ultimo));
-    const auto folha = formato::Descer(*FDocumento, pai, ultimo);
-    return folha == TNoXML::Nenhum ? String() : String(FDocumento->Texto(folha));
+    if (passos.Atributo) {
+      const auto pai = Presente() ? formato::Descer(*FDocumento, FNo, passos, passos.Quantidade - 1) : TNoXML::Nenhum;
+      return pai == TNoXML::Nenhum ? String() : String(FDocumento->Atributo(pai, ultimo));
+    }
+    const auto folha = Folha(passos);
+    return String(folha == TNoXML::Nenhum ? passos.Padrao : FDocumento->Texto(folha));
   }
+
+  // Whether the document has the element at the path of a text.
+  bool Tem(TCaminho<F, Tipo> caminho) const { return Folha(caminho.Passos) != TNoXML::Nenhum; }
 
   // The structured element at the path.
   template <TTextoFixo Caminho>
@@ -231,22 +253,26 @@ class TElemento {
   template <TTextoFixo Caminho>
   TNoXML NoDe() const {
     constexpr formato::TPassos kPassos(F, Tipo, Caminho);
-    return Presente() ? formato::Descer(*FDocumento, FNo, kPassos, kPassos.Quantidade) : TNoXML::Nenhum;
+    return Folha(kPassos);
+  }
+
+  TNoXML Folha(const formato::TPassos& passos) const {
+    return Presente() ? formato::Descer(*FDocumento, FNo, passos, passos.Quantidade) : TNoXML::Nenhum;
   }
 
   std::shared_ptr<const TDocumentoXML> FDocumento;
   TNoXML FNo = TNoXML::Nenhum;
 };
 
-// The items of a repeating element, in the order of the document; only children with the item's tag count.
+// The items of a repeating element, in the order of the document; only children with the item's tags count.
 template <const auto& F, TTextoFixo Tipo>
 class TItens {
  public:
-  TItens(std::shared_ptr<const TDocumentoXML> documento, TNoXML pai, std::string_view tag)
+  TItens(std::shared_ptr<const TDocumentoXML> documento, TNoXML pai, std::string_view tags)
       : FDocumento(std::move(documento)) {
     if (pai == TNoXML::Nenhum) return;
     for (auto no = FDocumento->PrimeiroFilho(pai); no != TNoXML::Nenhum; no = FDocumento->ProximoIrmao(no))
-      if (FDocumento->Nome(no) == tag) FNos.push_back(no);
+      if (formato::EhTag(FDocumento->Nome(no), tags)) FNos.push_back(no);
   }
 
   std::size_t Count() const { return FNos.size(); }
@@ -266,12 +292,15 @@ struct TRaiz {
 
 // The root of the file; nothing when the document has another root. Raises EArquivo and EXML, as LoadXMLDocument does.
 template <class Elemento>
-std::optional<Elemento> Load(const String& caminho, const TRaiz& raiz) {
-  auto documento = LoadXMLDocument(caminho);
-  if (!raiz.Prefixos.empty()) documento = documento->SemPrefixos(raiz.Prefixos);
+std::optional<Elemento> Load(TArquivoXML& arquivo, const TRaiz& raiz) {
+  const auto& documento = arquivo.Documento(raiz.Prefixos);
   if (documento->Nome(documento->Raiz()) != raiz.Tag) return std::nullopt;
-  const auto no = documento->Raiz();
-  return Elemento(std::move(documento), no);
+  return Elemento(documento, documento->Raiz());
+}
+template <class Elemento>
+std::optional<Elemento> Load(const String& caminho, const TRaiz& raiz) {
+  TArquivoXML arquivo(caminho);
+  return Load<Elemento>(arquivo, raiz);
 }
 
 // The same for the formats in which another root is an error: raises EXML.

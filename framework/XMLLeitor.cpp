@@ -60,6 +60,9 @@ class TLeitorXML {
   void AcrescentarAtributo(TNomeQualificado nome, std::string_view valor);
   void FecharElemento() { FAbertos.pop_back(); }
   void AcrescentarTexto(std::string_view texto);
+  void ContarNoDeTopo() {
+    if (FAbertos.empty()) ++(FNos.empty() ? FNosAntesDaRaiz : FNosDepoisDaRaiz);
+  }
   std::uint32_t NumeroDoNome(TNomeQualificado nome);
   TDocumentoXML::TTrecho Guardar(std::string_view texto);
   static xmlEntityPtr SoInterna(void* contexto, xmlEntityPtr entidade);
@@ -78,6 +81,8 @@ class TLeitorXML {
   // What the entities may add up to: texts can't be much longer than the file, whatever its encoding, unless entities
   // expand to them again and again.
   std::int64_t FRestaDeTexto = 0;
+  std::size_t FNosAntesDaRaiz = 0;
+  std::size_t FNosDepoisDaRaiz = 0;
   const char* FRecusa = nullptr;  // why the document was refused, when the parser itself would have gone on
 };
 
@@ -173,8 +178,8 @@ xmlSAXHandler TLeitorXML::Eventos() {
   };
   sax.ignorableWhitespace = sax.characters;
   sax.cdataBlock = sax.characters;
-  sax.comment = nullptr;
-  sax.processingInstruction = nullptr;
+  sax.comment = [](void* contexto, const xmlChar*) { De(contexto).ContarNoDeTopo(); };
+  sax.processingInstruction = [](void* contexto, const xmlChar*, const xmlChar*) { De(contexto).ContarNoDeTopo(); };
   sax.resolveEntity = [](void*, const xmlChar*, const xmlChar*) -> xmlParserInputPtr { return nullptr; };
   sax.getEntity = [](void* contexto, const xmlChar* nome) {
     return SoInterna(contexto, xmlSAX2GetEntity(contexto, nome));
@@ -230,6 +235,11 @@ std::shared_ptr<const TDocumentoXML> TLeitorXML::Ler(const String& caminho) {
     throw EXML(fmt::format("XML malformado na linha {}.", erro == nullptr ? 1 : erro->line));
   }
   auto documento = std::make_shared<TDocumentoXML>();
+  // The parser has -1 here for a document without declaration.
+  const bool temDeclaracao = contexto->standalone != -1;
+  const bool temTipo = contexto->myDoc != nullptr && contexto->myDoc->intSubset != nullptr;
+  documento->FNosAntesDaRaiz = FNosAntesDaRaiz + (temDeclaracao ? 1 : 0) + (temTipo ? 1 : 0);
+  documento->FNosDepoisDaRaiz = FNosDepoisDaRaiz;
   documento->FNos = std::make_shared<const std::vector<TDocumentoXML::TElementoXML>>(std::move(FNos));
   documento->FAtributos = std::make_shared<const std::vector<TDocumentoXML::TAtributoXML>>(std::move(FAtributos));
   documento->FTextos = std::make_shared<const std::string>(std::move(FTextos));

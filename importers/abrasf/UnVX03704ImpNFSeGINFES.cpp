@@ -67,7 +67,8 @@ Currency TNFSeGINFES::ValorISS() const {
 void TNFSeGINFES::CarregarA100() {
   IniciarA100();
   Carregar0150();
-  CarregarCabecalhoA100(GetNota().Texto("IdentificacaoNfse/Numero"));
+  CarregarCabecalhoA100(StrToInt64Def(GetNota().Texto("IdentificacaoNfse/Numero"), 0));
+  CarregarExecucaoA100(GetData());
   GetDadosA100()->SetVL_DOC(ConverterCurrency(GetNota().Texto("Servico/Valores/ValorServicos")));
   GetDadosA100()->SetVL_ISS(ValorISS());
   MarcarISSRetido(DocumentoTemISSRetido());
@@ -77,8 +78,8 @@ void TNFSeGINFES::CarregarA100() {
 }
 
 void TNFSeGINFES::Carregar0150() {
-  CarregarEmitente(LerParte(GetNota().Filho<"PrestadorServico">()));
-  CarregarDestinatario(LerParte(GetNota().Filho<"TomadorServico">()));
+  CarregarEmitente([&] { return LerParte(GetNota().Filho<"PrestadorServico">()); });
+  CarregarDestinatario([&] { return LerParte(GetNota().Filho<"TomadorServico">()); });
 }
 
 // The retained value is ValorIss alone, also where ValorIssRetido is filled.

@@ -38,7 +38,8 @@ class TImportadorFalso : public TNFSeBase {
         numero,
         [&] {
           IniciarA100();
-          CarregarCabecalhoA100(numero);
+          CarregarCabecalhoA100(StrToInt64Def(numero, 0));
+          CarregarExecucaoA100(GetData());
           if (recheio) recheio();
           ConcluirA100();
         },
