@@ -103,9 +103,9 @@ void TTesteComBanco::Reabrir() {
   FSuite.emplace(Pasta / "banco.fdb");
 }
 
-std::unique_ptr<TImpNFSe> TTesteComBanco::Importar(const String& arquivo) {
+std::unique_ptr<TImpNFSe> TTesteComBanco::Importar(const String& arquivo, const String& leiaute) {
   auto importacao = std::make_unique<TImpNFSe>();
-  importacao->DadosArquivo = {.Arquivo = arquivo, .CodigoLeiaute = "43", .TipoImportacao = "NFSE", .IDFILIAL = 0};
+  importacao->DadosArquivo = {.Arquivo = arquivo, .CodigoLeiaute = leiaute, .TipoImportacao = "NFSE", .IDFILIAL = 0};
   importacao->Start();
   importacao->WaitFor();
   return importacao;

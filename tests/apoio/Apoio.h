@@ -62,8 +62,8 @@ class TTesteComBanco : public ::testing::Test {
   TArmazemRegistros& Armazem() { return FSuite->Armazem(); }
   TSuite& Suite() { return *FSuite; }
 
-  // Imports the file as GINFES, and gives the front end after its run.
-  std::unique_ptr<TImpNFSe> Importar(const String& arquivo);
+  // Imports the file, and gives the front end after its run.
+  std::unique_ptr<TImpNFSe> Importar(const String& arquivo, const String& leiaute = "43");
 
   String Tabela(const String& sql) { return testes::Tabela(Banco(), sql); }
   // The same of the stored documents (A) with their periods (P), participants (Q), items (I), the descriptions of these
