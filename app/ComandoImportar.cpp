@@ -72,7 +72,10 @@ struct TResultado {
   // The file could be analysed, and its layout is still to be named.
   bool Indeciso = false;
 
-  bool DeuCerto() const { return Resumo.Importou && !TemErros && Resumo.FalhaAoMover.empty(); }
+  // A file in which nothing was found isn't loaded, though some importers find nothing wrong with it.
+  bool DeuCerto() const {
+    return Resumo.Importou && !TemErros && Resumo.FalhaAoMover.empty() && !Resumo.Documentos.empty();
+  }
 };
 
 TResultado ImportarArquivo(const String& arquivo, const TEscolha& escolha, Int64 idFilial, TBarraTerminal& barra) {

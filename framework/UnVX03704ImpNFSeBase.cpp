@@ -25,6 +25,11 @@ constexpr int kCancelado = 2;
 
 }  // namespace
 
+int CodigoPais(std::string_view texto) {
+  const auto codigo = StrToIntDef(Aparar(texto), 0);
+  return codigo > 0 ? codigo : TDadosRegistro0150::kBrasil;
+}
+
 // Placing a note
 // -----------------------------------------------------------------------------------------------------
 
@@ -221,11 +226,6 @@ void TNFSeBase::CarregarDestinatario(const TLerParte& lerParte, TRegraDestinatar
   const auto parte = lerParte();
   if (EncontrouParticipante(numero, GetIEDestinatario(), parte.COD_MUN) || (numero.empty() && !regra.SemNumero)) return;
   InserirParticipante(numero, GetIEDestinatario(), parte);
-}
-
-int TNFSeBase::CodigoPais(std::string_view texto) {
-  const auto codigo = StrToIntDef(Aparar(texto), 0);
-  return codigo > 0 ? codigo : TDadosRegistro0150::kBrasil;
 }
 
 void TNFSeBase::BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte) {

@@ -45,6 +45,9 @@ struct TDadosParte {
   String OPTANTESIMPLES = {};
 };
 
+// The country's code, Brazil's unless the text, blanks aside, is a number above 0.
+int CodigoPais(std::string_view texto);
+
 // Which takers become participants besides those with a number that isn't the branch's.
 struct TRegraDestinatario {
   bool PropriaEmpresa = false;  // the company itself, when it bills itself: issuer and taker are the branch
@@ -177,8 +180,6 @@ class TNFSeBase : public TImpDocEletBase {
   using TLerParte = std::function<TDadosParte()>;
   void CarregarEmitente(const TLerParte& lerParte);
   void CarregarDestinatario(const TLerParte& lerParte, TRegraDestinatario regra = {});
-  // The country's code, Brazil's unless the text is a number above 0.
-  static int CodigoPais(std::string_view texto);
   // Makes the participant with that number and registration the document's: the one found, or a new one.
   void BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte);
   // Makes the participant with that number and registration the document's, when the company has it.

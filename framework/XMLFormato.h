@@ -19,6 +19,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <span>
@@ -278,6 +280,26 @@ class TItens {
   std::size_t Count() const { return FNos.size(); }
   // Raises std::out_of_range behind the last one.
   TElemento<F, Tipo> operator[](std::size_t i) const { return {FDocumento, FNos.at(i)}; }
+
+  class TIterador {
+   public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = TElemento<F, Tipo>;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const value_type*;
+    using reference = value_type;
+
+    TIterador(const TItens& itens, std::size_t i) : FItens(&itens), FIndice(i) {}
+    TElemento<F, Tipo> operator*() const { return (*FItens)[FIndice]; }
+    TIterador& operator++() { return ++FIndice, *this; }
+    bool operator==(const TIterador& outro) const { return FIndice == outro.FIndice; }
+
+   private:
+    const TItens* FItens;
+    std::size_t FIndice;
+  };
+  TIterador begin() const { return {*this, 0}; }
+  TIterador end() const { return {*this, FNos.size()}; }
 
  private:
   std::shared_ptr<const TDocumentoXML> FDocumento;

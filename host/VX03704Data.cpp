@@ -128,6 +128,12 @@ std::string DataISO(TDateTime data) {
   return fmt::format("{:04}-{:02}-{:02}", ano, mes, dia);
 }
 
+std::string DataComPontos(TDateTime data) {
+  if (data == 0) return {};
+  const auto [ano, mes, dia] = DecodificarData(data);
+  return fmt::format("{:02}.{:02}.{:04}", dia, mes, ano);
+}
+
 std::string FormatarDataConsultaSQL(TDateTime data) { return data == 0 ? "NULL" : fmt::format("'{}'", DataISO(data)); }
 
 }  // namespace impnfse

@@ -39,6 +39,9 @@ TDateTime StrToDateDef(std::string_view texto, TDateTime padrao);
 // "YYYY-MM-DD"; the empty text for 0.
 std::string DataISO(TDateTime data);
 
+// "DD.MM.YYYY", as the suite's load writes dates; the empty text for 0.
+std::string DataComPontos(TDateTime data);
+
 // The date as a quoted SQL literal, 'YYYY-MM-DD' with its apostrophes; NULL for 0.
 std::string FormatarDataConsultaSQL(TDateTime data);
 

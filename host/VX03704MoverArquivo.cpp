@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "ErrosDoSistema.h"
+#include "GravacaoSegura.h"
 #include "VX03704ImpBase.h"
 
 namespace impnfse {
@@ -18,52 +19,31 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void Falhar(int erro) { throw std::system_error(erro, std::generic_category()); }
-
-// A file descriptor that closes itself; one that couldn't be opened raises.
-class TDescritor {
- public:
-  explicit TDescritor(int descritor) : FDescritor(descritor) {
-    if (FDescritor < 0) Falhar(errno);
-  }
-  ~TDescritor() { ::close(FDescritor); }
-  TDescritor(const TDescritor&) = delete;
-  TDescritor& operator=(const TDescritor&) = delete;
-  operator int() const { return FDescritor; }
-
- private:
-  int FDescritor;
-};
-
 // Gives the file a new name unless that name is taken; false when it is.
 bool RenomeouSemSobrepor(const fs::path& de, const fs::path& para) {
   if (::renameat2(AT_FDCWD, de.c_str(), AT_FDCWD, para.c_str(), RENAME_NOREPLACE) == 0) return true;
   if (errno == EEXIST) return false;
-  if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) Falhar(errno);
+  if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) FalharNoSistema(errno);
   // A file system without that call: a link is as careful, with a moment in which both names exist.
   if (::link(de.c_str(), para.c_str()) == 0) {
     if (::unlink(de.c_str()) == 0) return true;
     const int erro = errno;
     ::unlink(para.c_str());
-    Falhar(erro);
+    FalharNoSistema(erro);
   }
   if (errno == EEXIST) return false;
-  Falhar(errno);
+  FalharNoSistema(errno);
 }
 
-void CopiarConteudo(int de, int para) {
+void CopiarConteudo(const TDescritor& de, const TDescritor& para) {
   std::array<char, 65536> bloco{};
   for (;;) {
     const auto lidos = ::read(de, bloco.data(), bloco.size());
-    if (lidos < 0) Falhar(errno);
+    if (lidos < 0) FalharNoSistema(errno);
     if (lidos == 0) break;
-    for (ssize_t escritos = 0; escritos < lidos;) {
-      const auto n = ::write(para, bloco.data() + escritos, static_cast<std::size_t>(lidos - escritos));
-      if (n < 0) Falhar(errno);
-      escritos += n;
-    }
+    para.Escrever({bloco.data(), static_cast<std::size_t>(lidos)});
   }
-  if (::fsync(para) != 0) Falhar(errno);
+  para.Descarregar();
 }
 
 // The name at the n-th try: "nota.xml", "nota (2).xml", "nota (3).xml", ...
@@ -89,12 +69,12 @@ fs::path CopiarERemover(const fs::path& origem, const fs::path& destino) {
   try {
     const TDescritor de(::open(origem.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat dados {};
-    if (::fstat(de, &dados) != 0 || ::fchmod(para, dados.st_mode & 07777U) != 0) Falhar(errno);
+    if (::fstat(de, &dados) != 0 || ::fchmod(para, dados.st_mode & 07777U) != 0) FalharNoSistema(errno);
     CopiarConteudo(de, para);
     copia = RenomearParaLivre(copia, destino);
     const TDescritor pasta(::open(copia.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (::fsync(pasta) != 0 && errno != EINVAL) Falhar(errno);
-    if (::unlink(origem.c_str()) != 0) Falhar(errno);
+    if (::fsync(pasta) != 0 && errno != EINVAL) FalharNoSistema(errno);
+    if (::unlink(origem.c_str()) != 0) FalharNoSistema(errno);
     return copia;
   } catch (...) {
     ::unlink(copia.c_str());

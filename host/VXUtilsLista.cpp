@@ -1,20 +1,8 @@
 #include "VXUtilsLista.h"
 
-#include <fmt/format.h>
-
-#include <fstream>
-
-#include "VX03704Erros.h"
-
 namespace impnfse {
 
 void TStringList::LoadFromFile(const String& caminho) { SetText(DecodificarTexto(LerArquivo(caminho))); }
-
-void TStringList::SaveToFile(const String& caminho) const {
-  std::ofstream arquivo(caminho, std::ios::binary | std::ios::trunc);
-  arquivo << Text() << std::flush;
-  if (!arquivo) throw EArquivo(fmt::format("Não foi possível gravar o arquivo {}.", caminho));
-}
 
 void TStringList::SetText(std::string_view texto) {
   FLinhas.clear();

@@ -15,8 +15,6 @@ class TStringList {
  public:
   // Replaces the lines by those of the file, decoded as DecodificarTexto tells. Raises EArquivo.
   void LoadFromFile(const String& caminho);
-  // Writes Text() as UTF-8 over the file. Raises EArquivo.
-  void SaveToFile(const String& caminho) const;
 
   void SetText(std::string_view texto);
   // The lines, each followed by "\n".

@@ -16,4 +16,32 @@ TDadosParte LerEnderecoNacional(const Endereco& endereco) {
           .UF = endereco.Texto("Uf")};
 }
 
+// A party: its name, its address, its municipality and its country, codes as they stand.
+template <class Parte>
+TDadosParte LerParteNacional(const Parte& parte) {
+  const auto endereco = parte.template Filho<"Endereco">();
+  auto dados = LerEnderecoNacional(endereco);
+  dados.NOME = parte.Texto("RazaoSocial");
+  dados.COD_MUN = StrToIntDef(endereco.Texto("CodigoMunicipio"), 0);
+  dados.COD_PAIS = CodigoPais(endereco.Texto("CodigoPais"));
+  return dados;
+}
+
+// The CNPJ of a `CpfCnpj`, or the CPF when that is empty.
+template <class CpfCnpj>
+String LerCnpjOuCpfNacional(const CpfCnpj& documento) {
+  const auto cnpj = documento.Texto("Cnpj");
+  return cnpj.empty() ? documento.Texto("Cpf") : cnpj;
+}
+
+// The federal taxes among the `Valores` of a service.
+template <class Valores>
+TRetencoesFederais LerRetencoesNacionais(const Valores& valores) {
+  return {.IR = ConverterCurrency(valores.Texto("ValorIr")),
+          .INSS = ConverterCurrency(valores.Texto("ValorInss")),
+          .PIS = ConverterCurrency(valores.Texto("ValorPis")),
+          .COFINS = ConverterCurrency(valores.Texto("ValorCofins")),
+          .CSLL = ConverterCurrency(valores.Texto("ValorCsll"))};
+}
+
 }  // namespace impnfse

@@ -112,12 +112,13 @@ std::unique_ptr<TImpNFSe> TTesteComBanco::Importar(const String& arquivo, const 
 }
 
 String TTesteComBanco::Documentos(const String& colunas) {
+  const bool comRetidos = colunas.find("R.") != colunas.npos;
   return Tabela(fmt::format(
       "SELECT {} FROM ES02_REGA100 A JOIN ES02_REG0000 P ON P.IDREG0000 = A.IDREG0000 LEFT JOIN ES02_REG0150 Q ON "
       "Q.COD_PART = A.COD_PART LEFT JOIN ES02_REGA170 I ON I.IDREGA100 = A.IDREGA100 LEFT JOIN ES02_REG0200 D ON "
-      "D.IDREG0200 = I.IDREG0200 LEFT JOIN ES02_REGA17R R ON R.IDREGA100 = A.IDREGA100 ORDER BY A.IDREGA100, "
-      "R.IDREGA17R",
-      colunas));
+      "D.IDREG0200 = I.IDREG0200 {} ORDER BY A.IDREGA100, I.IDREGA170{}",
+      colunas, comRetidos ? "LEFT JOIN ES02_REGA17R R ON R.IDREGA100 = A.IDREGA100" : "",
+      comRetidos ? ", R.IDREGA17R" : ""));
 }
 
 }  // namespace impnfse::testes

@@ -67,7 +67,7 @@ class TTesteComBanco : public ::testing::Test {
 
   String Tabela(const String& sql) { return testes::Tabela(Banco(), sql); }
   // The same of the stored documents (A) with their periods (P), participants (Q), items (I), the descriptions of these
-  // (D) and retained taxes (R), in order of insertion.
+  // (D) and, where the columns name them, retained taxes (R), in order of insertion.
   String Documentos(const String& colunas);
   Int64 Contar(const String& tabela) { return Banco().ConsultarInteiro("SELECT COUNT(*) FROM " + tabela); }
 

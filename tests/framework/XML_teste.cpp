@@ -84,9 +84,9 @@ TEST(XMLPrefixos, SaemDeTodoOTextoNaOrdem) {
 // The binding --------------------------------------------------------------------------------------------------------
 
 constexpr auto kFormatoTeste =
-    Formato("Raiz: Lote(Lote), Nota*(Nota), @versao", "Lote: Nota*(Nota)",
+    Formato("Raiz: Lote(Lote), Nota*(Nota), Qualquer=x:Nota|Nota*(Nota), @versao", "Lote: Nota*(Nota)",
             "Nota: Numero, @id, Valores(Valores), Doc=Cnpj|Cpf, Prestador=Prestador|PrestadorServico(Prestador)",
-            "Valores: ISS, @moeda", "Prestador: Nome");
+            "Valores: ISS, @moeda", "Prestador: Nome, Pais?1058");
 using TRaizTeste = TElemento<kFormatoTeste, "Raiz">;
 
 TEST(XMLFormato, LePorCaminho) {
@@ -95,22 +95,47 @@ TEST(XMLFormato, LePorCaminho) {
       "a.xml",
       "<Raiz versao='2'><Outra/><Nota id='n1'><Numero>1</Numero><Numero>2</Numero><Valores moeda='R$'><ISS>5</ISS>"
       "</Valores><Valores><ISS>6</ISS></Valores><Cpf>f</Cpf><Cnpj>j</Cnpj><PrestadorServico><Nome>P</Nome>"
-      "</PrestadorServico></Nota><x:Nota xmlns:x='u'/><Nota><Cpf>f</Cpf><Valores/></Nota><Nota><Cnpj/><Cpf>f</Cpf>"
+      "<Pais/></PrestadorServico></Nota><x:Nota "
+      "xmlns:x='u'/><Nota><Cpf>f</Cpf><Valores/></Nota><Nota><Cnpj/><Cpf>f</Cpf>"
       "<Numero><x/></Numero></Nota></Raiz>");
   const auto raiz = Load<TRaizTeste>(arquivo, {.Tag = "Raiz", .Prefixos = {}});
   const auto notas = raiz->Itens<"Nota">();
   String lido = raiz->Texto("@versao");
   for (std::size_t i = 0; i < notas.Count(); ++i)
-    lido += fmt::format("; {},{},{},{},{}", notas[i].Texto("@id"), notas[i].Texto("Valores/ISS"),
-                        notas[i].Texto("Valores/@moeda"), notas[i].Texto("Doc"), notas[i].Texto("Prestador/Nome"));
+    lido += fmt::format("; {},{},{},{},{},{}", notas[i].Texto("@id"), notas[i].Texto("Valores/ISS"),
+                        notas[i].Texto("Valores/@moeda"), notas[i].Texto("Doc"), notas[i].Texto("Prestador/Nome"),
+                        notas[i].Texto("Prestador/Pais"));
   // Only the item's tag counts; the first of two elements; the first of two tags, whatever their order in the file,
-  // also when it is empty; what is absent is empty.
-  EXPECT_EQ(lido, "2; n1,5,R$,j,P; ,,,f,; ,,,,");
+  // also when it is empty; what is absent is empty,
+  // or what the format has for it.
+  EXPECT_EQ(lido, "2; n1,5,R$,j,P,; ,,,f,,1058; ,,,,,1058");
+  EXPECT_EQ(raiz->Itens<"Qualquer">().Count(), 4U);
+  EXPECT_TRUE(notas[0].Tem("Valores/ISS") && !notas[1].Tem("Valores/ISS") && notas[2].Tem("Doc"));
+  EXPECT_TRUE(!notas[0].Vazio() && notas[1].Filho<"Valores">().Vazio() && notas[2].Filho<"Valores">().Vazio());
   EXPECT_EQ(notas[0].Filho<"Valores">().Texto("ISS") + notas[0].Texto("Numero"), "51");
   EXPECT_THROW(notas[2].Texto("Numero"), EXML) << "structured";
   EXPECT_THROW(notas[3], std::out_of_range);
   EXPECT_FALSE(notas[2].Filho<"Valores">().Presente());
   EXPECT_EQ(raiz->Filho<"Lote">().Itens<"Nota">().Count() + raiz->Itens<"Lote/Nota">().Count(), 0U);
+}
+
+// What can't be parsed stays so for every root that is tried, also when the file has changed meanwhile.
+TEST(XMLFormato, ArquivoDeVariasRaizesELidoUmaVez) {
+  const TPastaTemporaria pasta;
+  const auto caminho = pasta.Gravar("a.xml", "<Raiz><ns2:Nota xmlns:ns2='u'/></Raiz>");
+  TArquivoXML arquivo(caminho);
+  EXPECT_FALSE(Load<TRaizTeste>(arquivo, {.Tag = "raiz"}));
+  pasta.Gravar("a.xml", "<quebrado");
+  EXPECT_EQ(Load<TRaizTeste>(arquivo, {.Tag = "Raiz"})->Itens<"Nota">().Count(), 0U);
+  EXPECT_EQ(Load<TRaizTeste>(arquivo, {.Tag = "Raiz", .Prefixos = kPrefixos})->Itens<"Nota">().Count(), 1U);
+  TArquivoXML quebrado(caminho);
+  EXPECT_THROW(quebrado.Documento(), EXML);
+  pasta.Gravar("a.xml", "<Raiz/>");
+  EXPECT_THROW(quebrado.Documento(kPrefixos), EXML);
+  EXPECT_THROW(quebrado.Documento(), EXML);
+  const auto topo = Abrir("<?xml version='1.0'?><!DOCTYPE a []><!-- --><?x?><a><!-- -->b<?y?></a><!-- -->");
+  EXPECT_EQ(topo->NosAntesDaRaiz() * 10 + topo->NosDepoisDaRaiz(), 41U);
+  EXPECT_EQ(Abrir("<a/>")->NosAntesDaRaiz() + Abrir("<a/>")->NosDepoisDaRaiz(), 0U);
 }
 
 }  // namespace impnfse::testes::xml
