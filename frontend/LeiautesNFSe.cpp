@@ -3,7 +3,13 @@
 #include <array>
 
 #include "UnVX03704ImpNFSe.h"
+#include "UnVX03704ImpNFSeAbrasf.h"
+#include "UnVX03704ImpNFSeAbrasfVersao203.h"
+#include "UnVX03704ImpNFSeBetha202.h"
 #include "UnVX03704ImpNFSeGINFES.h"
+#include "UnVX03704ImpNFSePronim.h"
+#include "UnVX03704ImpNFSeSystemSolucoesSistemasInformacoes.h"
+#include "UnVX03704ImpNFSeTecnosistemas.h"
 
 namespace impnfse {
 namespace {
@@ -55,7 +61,7 @@ constexpr std::unique_ptr<TNFSeBase> (*kAindaNao)() = nullptr;
 
 // The family, under the ids that the rules above give. No rule gives 3 and 23.
 constexpr std::array kImportadores = {
-    TImportadorNFSe{1, "TNFSeAbrasf", kAindaNao},
+    TImportadorNFSe{1, "TNFSeAbrasf", Criar<TNFSeAbrasf>},
     TImportadorNFSe{2, "TNFSeJoinville", kAindaNao, TVariacaoNFSe::Nenhuma, &TImpNFSe::NotaJoinvilleEhServicoPrestado},
     TImportadorNFSe{2, "TNFSeJoinvilleServicosTomados", kAindaNao},
     TImportadorNFSe{4, "TNFSeFacility", kAindaNao},
@@ -71,17 +77,17 @@ constexpr std::array kImportadores = {
     TImportadorNFSe{14, "TNFSePaliariEngenhariaSoftware", kAindaNao},
     TImportadorNFSe{15, "TNFSeNFSeThemaISSQNEletronico", kAindaNao},
     TImportadorNFSe{16, "TNFSeSIGCORP", kAindaNao},
-    TImportadorNFSe{17, "TNFSeTecnosistemas", kAindaNao},
-    TImportadorNFSe{18, "TNFSeBetha202", kAindaNao, TVariacaoNFSe::SemErroNaLista},
+    TImportadorNFSe{17, "TNFSeTecnosistemas", Criar<TNFSeTecnosistemas>},
+    TImportadorNFSe{18, "TNFSeBetha202", Criar<TNFSeBetha202>, TVariacaoNFSe::SemErroNaLista},
     TImportadorNFSe{19, "TNFSeBlumenau", kAindaNao, TVariacaoNFSe::SemErroNaLista},
     TImportadorNFSe{20, "TNFSeAgili_v100", kAindaNao},
     TImportadorNFSe{21, "TNFSeSoftplan", kAindaNao},
     TImportadorNFSe{22, "TNFSeDBSeller", kAindaNao},
-    TImportadorNFSe{24, "TNFSePronim", kAindaNao},
-    TImportadorNFSe{25, "TNFSeSystemSolucoesSistemasInformacoes", kAindaNao},
+    TImportadorNFSe{24, "TNFSePronim", Criar<TNFSePronim>},
+    TImportadorNFSe{25, "TNFSeSystemSolucoesSistemasInformacoes", Criar<TNFSeSystemSolucoesSistemasInformacoes>},
     TImportadorNFSe{26, "TNFSeABASESistemas", kAindaNao},
     TImportadorNFSe{27, "TNFSeIPM", kAindaNao},
-    TImportadorNFSe{28, "TNFSeAbrasf_v203", kAindaNao},
+    TImportadorNFSe{28, "TNFSeAbrasf_v203", Criar<TNFSeAbrasf_v203>},
     TImportadorNFSe{29, "TNFSeGrupoAssessor", kAindaNao},
     TImportadorNFSe{30, "TNFSeSoftplan022018", kAindaNao},
     TImportadorNFSe{31, "TNFSeSEMFAZOnline", kAindaNao},
