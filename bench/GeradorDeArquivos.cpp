@@ -38,6 +38,38 @@ TNotaFicticia::TTomador TomadorFicticio(std::size_t i) {
           .UF = uf};
 }
 
+std::string EmReais(long long centavos) { return fmt::format("{},{:02}", centavos / 100, centavos % 100); }
+
+// The description of a note with items. Every second item has a quantity and a unit price instead of a total; the last
+// one, which has a total, takes what the others have left.
+std::string ItensEntreColchetes(const TNotaFicticia& nota) {
+  std::string texto = "{";
+  auto resto = std::llround(nota.Valor * 100);
+  for (std::size_t item = 0; item < kItensPorNota; ++item) {
+    const auto sorte = Espalhar(nota.Numero * kItensPorNota + item);
+    const auto servico = kServicos[sorte % kServicos.size()];
+    const auto quantos = static_cast<long long>(kItensPorNota - item);
+    const auto media = resto / quantos;
+    const auto parte =
+        quantos == 1 ? resto : media / 2 + static_cast<long long>((sorte >> 8U) % static_cast<std::uint64_t>(media));
+    const auto descricao = (item / 2) % 2 == 0
+                               ? fmt::format("Serviço de {}, plano {}", servico, 1 + (sorte >> 40U) % 12)
+                               : fmt::format("Serviço de {}, ordem {}/{}", servico, 500'000 + nota.Numero, item + 1);
+    texto += item == 0 ? "" : " ";
+    if (item % 2 == 0) {
+      const auto quantidade = 1 + static_cast<long long>((sorte >> 32U) % 4);
+      const auto unitario = parte / quantidade;
+      texto +=
+          fmt::format("[[Descricao={}][Quantidade={},00][ValorUnitario={}]]", descricao, quantidade, EmReais(unitario));
+      resto -= unitario * quantidade;
+    } else {
+      texto += fmt::format("[[Descricao={}][Valor={}]]", descricao, EmReais(parte));
+      resto -= parte;
+    }
+  }
+  return texto + "}";
+}
+
 // Writes XML as most issuers do: each element on a line of its own, indented.
 void EscreverIndentado(std::ostream& saida, std::string_view xml, std::size_t nivel) {
   bool abriu = false;
@@ -51,6 +83,48 @@ void EscreverIndentado(std::ostream& saida, std::string_view xml, std::size_t ni
     abriu = !fecha;
     xml.remove_prefix(marca.size());
   }
+}
+
+void EscreverConsultaABRASF(std::ostream& saida, std::size_t notas, std::string (*descricao)(const TNotaFicticia&)) {
+  saida << R"(<?xml version="1.0" encoding="UTF-8"?>
+<ConsultarNfseResposta xmlns="http://www.abrasf.org.br/nfse.xsd">
+  <ListaNfse>)";
+  const auto prestador = fmt::format(
+      "<PrestadorServico><IdentificacaoPrestador><Cnpj>{0}</Cnpj><InscricaoMunicipal>102030</InscricaoMunicipal>"
+      "</IdentificacaoPrestador><RazaoSocial>Serviços Sabiá Ltda.</RazaoSocial><Endereco>"
+      "<Endereco>Avenida das Acácias</Endereco><Numero>1500</Numero><Bairro>Centro</Bairro>"
+      "<CodigoMunicipio>{1}</CodigoMunicipio><Uf>{2}</Uf></Endereco></PrestadorServico>",
+      kCNPJPrestador, kMunicipioPrestador, kUFPrestador);
+  const auto orgao = fmt::format(
+      "<OrgaoGerador><CodigoMunicipio>{}</CodigoMunicipio><Uf>{}</Uf></OrgaoGerador></InfNfse></Nfse></CompNfse>",
+      kMunicipioPrestador, kUFPrestador);
+  for (std::size_t i = 0; i < notas; ++i) {
+    const auto nota = NotaFicticia(i, notas);
+    const auto retido = nota.ISSRetido ? nota.ISS : 0;
+    auto xml = fmt::format(
+        "<CompNfse><Nfse><InfNfse><Numero>{}</Numero><CodigoVerificacao>{}</CodigoVerificacao>"
+        "<DataEmissao>{}</DataEmissao><NaturezaOperacao>1</NaturezaOperacao>"
+        "<OptanteSimplesNacional>2</OptanteSimplesNacional><Competencia>2026-10-01</Competencia>",
+        nota.Numero, nota.CodigoVerificacao, nota.Emissao);
+    xml += fmt::format(
+        "<Servico><Valores><ValorServicos>{0:.2f}</ValorServicos><IssRetido>{1}</IssRetido>"
+        "<ValorIss>{2:.2f}</ValorIss><ValorIssRetido>{3:.2f}</ValorIssRetido><BaseCalculo>{0:.2f}</BaseCalculo>"
+        "<Aliquota>0.0500</Aliquota><ValorLiquidoNfse>{4:.2f}</ValorLiquidoNfse></Valores>"
+        "<ItemListaServico>14.01</ItemListaServico><CodigoTributacaoMunicipio>140101</CodigoTributacaoMunicipio>"
+        "<Discriminacao>{5}</Discriminacao><CodigoMunicipio>{6}</CodigoMunicipio></Servico>",
+        nota.Valor, nota.ISSRetido ? 1 : 2, nota.ISS, retido, nota.Valor - retido, descricao(nota),
+        kMunicipioPrestador);
+    xml += prestador;
+    xml += fmt::format(
+        "<TomadorServico><IdentificacaoTomador><CpfCnpj><{0}>{1}</{0}></CpfCnpj></IdentificacaoTomador>"
+        "<RazaoSocial>{2}</RazaoSocial><Endereco><Endereco>{3}</Endereco><Numero>{4}</Numero><Bairro>Centro</Bairro>"
+        "<CodigoMunicipio>{5}</CodigoMunicipio><Uf>{6}</Uf></Endereco></TomadorServico>",
+        nota.Tomador.Documento.size() == 11 ? "Cpf" : "Cnpj", nota.Tomador.Documento, nota.Tomador.Nome,
+        nota.Tomador.Logradouro, nota.Tomador.Numero, nota.Tomador.Municipio, nota.Tomador.UF);
+    xml += orgao;
+    EscreverIndentado(saida, xml, 2);
+  }
+  saida << "\n  </ListaNfse>\n</ConsultarNfseResposta>\n";
 }
 
 }  // namespace
@@ -118,6 +192,14 @@ void EscreverGINFES(std::ostream& saida, std::size_t notas) {
     EscreverIndentado(saida, xml, 1);
   }
   saida << "\n</ns2:NFSE>\n";
+}
+
+void EscreverABRASF(std::ostream& saida, std::size_t notas) {
+  EscreverConsultaABRASF(saida, notas, [](const TNotaFicticia& nota) { return nota.Descricao; });
+}
+
+void EscreverABRASFItens(std::ostream& saida, std::size_t notas) {
+  EscreverConsultaABRASF(saida, notas, ItensEntreColchetes);
 }
 
 }  // namespace impnfse::bench

@@ -1,5 +1,5 @@
-// Files of invented notes, as large as asked for. The notes are the same in every layout; one function per layout
-// writes them in its format. The same call always writes the same bytes.
+// Files of invented notes, as large as asked for. The notes are the same in every layout; one function per file format
+// writes them. The same call always writes the same bytes.
 #pragma once
 
 #include <cstddef>
@@ -37,5 +37,13 @@ TNotaFicticia NotaFicticia(std::size_t i, std::size_t notas);
 
 // Layout code 43.
 void EscreverGINFES(std::ostream& saida, std::size_t notas);
+
+// Layout code 47: the national schema 1.0, as the answer to a consultation.
+void EscreverABRASF(std::ostream& saida, std::size_t notas);
+
+// The same with a list of items in brackets for a description, whose values add up to the note's. Half of the items'
+// descriptions come from a price list, the others are all different.
+inline constexpr std::size_t kItensPorNota = 20;
+void EscreverABRASFItens(std::ostream& saida, std::size_t notas);
 
 }  // namespace impnfse::bench

@@ -11,13 +11,6 @@ namespace {
 constexpr std::size_t kCabeca = 350;
 constexpr std::size_t kCabecaAgili = 50;
 
-// The first characters of the file's text.
-String Cabeca(const String& arquivo, std::size_t caracteres) {
-  TStringList linhas;
-  linhas.LoadFromFile(arquivo);
-  return String(Primeiros(linhas.Text(), caracteres));
-}
-
 bool TemAlgum(const String& texto, std::initializer_list<std::string_view> agulhas) {
   return std::any_of(agulhas.begin(), agulhas.end(),
                      [&](std::string_view agulha) { return texto.find(agulha) != texto.npos; });
@@ -76,34 +69,35 @@ void TImpNFSe::CarregarNFSe(const TImportadorNFSe& importador) {
 }
 
 bool TImpNFSe::EhLeiauteABRASFVersao203() const {
-  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"versao=\"2.01\"", "versao=\"2.02\"", "versao=\"2.03\""});
+  return TemAlgum(InicioDoArquivo(DadosArquivo.Arquivo, kCabeca),
+                  {"versao=\"2.01\"", "versao=\"2.02\"", "versao=\"2.03\""});
 }
 
 bool TImpNFSe::EhLeiauteAgiliVersao100() const {
-  const auto cabeca = Cabeca(DadosArquivo.Arquivo, kCabecaAgili);
+  const auto cabeca = InicioDoArquivo(DadosArquivo.Arquivo, kCabecaAgili);
   return TemAlgum(cabeca, {"Nfse"}) && TemAlgum(cabeca, {"agili"});
 }
 
 bool TImpNFSe::EhLeiauteBethaVersao202() const {
-  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"versao=\"2.02\""});
+  return TemAlgum(InicioDoArquivo(DadosArquivo.Arquivo, kCabeca), {"versao=\"2.02\""});
 }
 
 bool TImpNFSe::EhLeiauteIPM() const { return Maiusculas(Ultimos(DadosArquivo.Arquivo, 4)) == ".XML"; }
 
 bool TImpNFSe::EhLeiautePronimVersao202() const {
-  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"versao=\"2.02\""});
+  return TemAlgum(InicioDoArquivo(DadosArquivo.Arquivo, kCabeca), {"versao=\"2.02\""});
 }
 
 bool TImpNFSe::EhLeiauteSoftplanVersao022018() const {
-  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"<xmlNfpse", "<numeroAEDF>"});
+  return TemAlgum(InicioDoArquivo(DadosArquivo.Arquivo, kCabeca), {"<xmlNfpse", "<numeroAEDF>"});
 }
 
 bool TImpNFSe::EhLeiauteTecnosistemasCFSe() const {
-  return TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"<ListaCupomFiscal", "<CupomFiscal>"});
+  return TemAlgum(InicioDoArquivo(DadosArquivo.Arquivo, kCabeca), {"<ListaCupomFiscal", "<CupomFiscal>"});
 }
 
 bool TImpNFSe::NotaJoinvilleEhServicoPrestado() const {
-  return !TemAlgum(Cabeca(DadosArquivo.Arquivo, kCabeca), {"<nota_recebida>"});
+  return !TemAlgum(InicioDoArquivo(DadosArquivo.Arquivo, kCabeca), {"<nota_recebida>"});
 }
 
 }  // namespace impnfse

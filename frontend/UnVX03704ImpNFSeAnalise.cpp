@@ -66,9 +66,7 @@ static_assert(std::is_sorted(kSinais.begin(), kSinais.end(),
 }  // namespace
 
 bool TImpNFSe::AnalisouLeiauteArquivo(const String& arquivo) {
-  TStringList linhas;
-  linhas.LoadFromFile(arquivo);
-  const String inicio(Primeiros(linhas.Text(), kInicio));
+  const auto inicio = InicioDoArquivo(arquivo, kInicio);
   const bool txt = BuscarExtencaoArquivo(arquivo) == ".TXT";
 
   TStringList candidatos;

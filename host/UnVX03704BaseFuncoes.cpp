@@ -1,6 +1,7 @@
 #include "UnVX03704BaseFuncoes.h"
 
 #include <fmt/format.h>
+#include <openssl/evp.h>
 #include <openssl/sha.h>
 
 #include <algorithm>
@@ -53,7 +54,9 @@ Currency Arredondar(Currency valor) { return TVXUtilsMatematica::Arredondar(valo
 
 String TFuncoes::GerarHash(std::string_view texto) const {
   std::array<unsigned char, SHA256_DIGEST_LENGTH> resumo{};
-  SHA256(reinterpret_cast<const unsigned char*>(texto.data()), texto.size(), resumo.data());
+  // Looked up once: that takes longer than most texts do.
+  static const EVP_MD* const kSHA256 = EVP_MD_fetch(nullptr, "SHA256", nullptr);
+  EVP_Digest(texto.data(), texto.size(), resumo.data(), nullptr, kSHA256, nullptr);
   constexpr std::string_view kDigitos = "0123456789abcdef";
   String hexadecimal;
   hexadecimal.reserve(2 * resumo.size());

@@ -25,4 +25,12 @@ void TStringList::Delete(std::size_t i) {
   FLinhas.erase(FLinhas.begin() + static_cast<std::ptrdiff_t>(i));
 }
 
+String InicioDoArquivo(const String& caminho, std::size_t caracteres) {
+  // No character, and no line break, takes more than four bytes.
+  constexpr std::size_t kMaiorCaractere = 4;
+  TStringList linhas;
+  linhas.SetText(DecodificarTexto(LerArquivo(caminho), kMaiorCaractere * (caracteres + 1)));
+  return String(Primeiros(linhas.Text(), caracteres));
+}
+
 }  // namespace impnfse

@@ -33,4 +33,7 @@ class TStringList {
   std::deque<String> FLinhas;
 };
 
+// The first characters of a file's text, as Text() of its list would have them. Raises EArquivo.
+String InicioDoArquivo(const String& caminho, std::size_t caracteres);
+
 }  // namespace impnfse

@@ -167,11 +167,12 @@ bool EhUTF8(std::string_view bytes) {
   return true;
 }
 
-String DecodificarTexto(std::string_view bytes) {
+String DecodificarTexto(std::string_view bytes, std::size_t maximo) {
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
-  if (bytes.starts_with("\xFF\xFE")) return Converter(bytes.substr(2), "UTF-16LE", 2);
-  if (bytes.starts_with("\xFE\xFF")) return Converter(bytes.substr(2), "UTF-16BE", 2);
-  return EhUTF8(bytes) ? String(bytes) : Converter(bytes, "WINDOWS-1252", 1);
+  if (bytes.starts_with("\xFF\xFE")) return Converter(bytes.substr(2, maximo), "UTF-16LE", 2);
+  if (bytes.starts_with("\xFE\xFF")) return Converter(bytes.substr(2, maximo), "UTF-16BE", 2);
+  const auto inicio = bytes.substr(0, maximo);
+  return EhUTF8(bytes) ? String(inicio) : Converter(inicio, "WINDOWS-1252", 1);
 }
 
 String LerArquivo(const String& caminho) {

@@ -38,8 +38,9 @@ int StrToIntDef(std::string_view texto, int padrao);
 std::int64_t StrToInt64Def(std::string_view texto, std::int64_t padrao);
 
 // The bytes of a file as UTF-8 text: a byte-order mark decides (UTF-8, UTF-16), else valid UTF-8 is UTF-8, else the
-// bytes are Windows-1252. The mark isn't part of the text.
-String DecodificarTexto(std::string_view bytes);
+// bytes are Windows-1252. The mark isn't part of the text. With `maximo`, the text of about so many bytes from the
+// beginning, at whose end a character may be cut in two; what the encoding is, all of the bytes tell.
+String DecodificarTexto(std::string_view bytes, std::size_t maximo = std::string_view::npos);
 
 // Whether the bytes are valid UTF-8.
 bool EhUTF8(std::string_view bytes);

@@ -5,6 +5,7 @@
 
 #include "UnVX03704BaseFuncoes.h"
 #include "UnVX03704ImpNFSeAbrasf.h"
+#include "VocabularioNacional.h"
 
 namespace impnfse {
 namespace {
@@ -19,6 +20,22 @@ constexpr Currency kUmPorCento = Currency::DeDecimosDeMilesimo(100);
 
 // A number of the service list, without its dots.
 int CodigoLST(const String& texto) { return StrToIntDef(BuscarSomenteNumeros(texto), 0); }
+
+// The activity as the municipality taxes it, or when the note is silent about that, as the national list has it.
+String Tributacao(const IXMLDadosServicoAbrasf& servico) {
+  const auto codigo = servico.Texto("CodigoTributacaoMunicipio");
+  return Aparar(codigo).empty() ? servico.Texto("ItemListaServico") : codigo;
+}
+
+void LerRetidos(TItensNFSe& item, const IXMLValoresAbrasf& valores) {
+  item.FValorIssRetido = ConverterCurrency(LerValorIssRetido(valores));
+  const auto federais = LerRetencoesNacionais(valores);
+  item.FValorCOFINS = federais.COFINS;
+  item.FValorPIS = federais.PIS;
+  item.FValorCSLL = federais.CSLL;
+  item.FValorINSS = federais.INSS;
+  item.FValorIR = federais.IR;
+}
 
 // A list in brackets without what stands outside of them, nor the blanks at the beginning of a field. Any other text is
 // the answer as it was given.
@@ -92,7 +109,6 @@ TItensNFSe TNFSeAbrasf::ProdutoDescricao(const String& s) {
   const auto valor = [&](TCaminho<kFormatoAbrasf, "ValoresDeclaracaoServico"> caminho) {
     return ConverterCurrency(valores.Texto(caminho));
   };
-  const auto tributacao = servico.Texto("CodigoTributacaoMunicipio");
   TItensNFSe item{.FNumeroItem = 1, .FDescricao = std::move(descricao)};
   item.FValor = item.FValorUnitario = valor("ValorServicos");
   item.FDesconto = valor("DescontoIncondicionado");
@@ -100,16 +116,10 @@ TItensNFSe TNFSeAbrasf::ProdutoDescricao(const String& s) {
   item.FBaseCalculoISS = item.FBaseCalculoA17R = valor("BaseCalculo");
   item.FAliquotaISS = valor("Aliquota");  // also a fraction stays as it is
   item.FValorISS = valor("ValorIss");
-  item.FValorCOFINS = valor("ValorCofins");
-  item.FValorPIS = valor("ValorPis");
-  item.FValorIssRetido = ConverterCurrency(LerValorIssRetido(valores));
-  item.FValorCSLL = valor("ValorCsll");
-  item.FValorINSS = valor("ValorInss");
-  item.FValorIR = valor("ValorIr");
+  LerRetidos(item, valores);
   item.FISSRetido = ServicoTemISSRetido();
   item.FCOD_LST = CodigoLST(servico.Texto("ItemListaServico"));
-  item.FCodigoAtividade =
-      FormatarCodigoAtividade(Aparar(tributacao).empty() ? servico.Texto("ItemListaServico") : tributacao);
+  item.FCodigoAtividade = FormatarCodigoAtividade(Tributacao(servico));
   return item;
 }
 
@@ -136,12 +146,7 @@ TListaItensNFSe TNFSeAbrasf::ProdutosEntreColchetes(std::string_view s) {
       if (!LerCampoEntreColchetes(campos, item)) break;
     item.FISSRetido = retido;
     if (primeiro) {  // retained taxes stay whole
-      item.FValorCOFINS = valor("ValorCofins");
-      item.FValorPIS = valor("ValorPis");
-      item.FValorIssRetido = ConverterCurrency(LerValorIssRetido(valores));
-      item.FValorCSLL = valor("ValorCsll");
-      item.FValorINSS = valor("ValorInss");
-      item.FValorIR = valor("ValorIr");
+      LerRetidos(item, valores);
       item.FBaseCalculoA17R = valor("BaseCalculo");
     }
     if (iss > 0) {
@@ -151,11 +156,7 @@ TListaItensNFSe TNFSeAbrasf::ProdutosEntreColchetes(std::string_view s) {
       saldo -= item.FValorISS;
       if (s.empty()) item.FValorISS += saldo;
     }
-    if (item.FCodigoAtividade.empty()) {
-      const auto tributacao = servico.Texto("CodigoTributacaoMunicipio");
-      item.FCodigoAtividade =
-          FormatarCodigoAtividade(Aparar(tributacao).empty() ? servico.Texto("ItemListaServico") : tributacao);
-    }
+    if (item.FCodigoAtividade.empty()) item.FCodigoAtividade = FormatarCodigoAtividade(Tributacao(servico));
     if (saldo < 0) saldo = 0;  // what is too much isn't taken from the items that follow
   }
   return itens;
@@ -228,14 +229,12 @@ TItensNFSe TNFSeAbrasf::ProdutoUnico(const String& s) {
   item.FValorIR = ouDaNota(valor("ValorIr"), "valorIr");
 
   const auto itemLista = servico.Texto("ItemListaServico");
-  const auto tributacao = servico.Texto("CodigoTributacaoMunicipio");
   item.FCOD_LST = CodigoLST(itemLista);
   if (EhLeiaute("17"))
     item.FCodigoAtividade = itemLista;
-  else if (EhLeiaute("51") || EhLeiaute("58") || Aparar(tributacao).empty())
-    item.FCodigoAtividade = FormatarCodigoAtividade(itemLista);
   else
-    item.FCodigoAtividade = FormatarCodigoAtividade(tributacao);
+    item.FCodigoAtividade =
+        FormatarCodigoAtividade(EhLeiaute("51") || EhLeiaute("58") ? itemLista : Tributacao(servico));
   return item;
 }
 
