@@ -72,10 +72,9 @@ struct TResultado {
   // The file could be analysed, and its layout is still to be named.
   bool Indeciso = false;
 
-  // A file in which nothing was found isn't loaded, though some importers find nothing wrong with it.
-  bool DeuCerto() const {
-    return Resumo.Importou && !TemErros && Resumo.FalhaAoMover.empty() && !Resumo.Documentos.empty();
-  }
+  // What was noted as loaded counts, and not the worker's flag: some importers never set it, others set it for a file
+  // in which they found nothing.
+  bool DeuCerto() const { return !TemErros && Resumo.FalhaAoMover.empty() && !Resumo.Documentos.empty(); }
 };
 
 TResultado ImportarArquivo(const String& arquivo, const TEscolha& escolha, Int64 idFilial, TBarraTerminal& barra) {

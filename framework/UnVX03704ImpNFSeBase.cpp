@@ -257,6 +257,8 @@ void TNFSeBase::InserirParticipante(const String& numero, const String& ie, cons
   participante.SetUF(parte.UF.empty() ? BuscarUFMunicipio(std::to_string(parte.COD_MUN)) : parte.UF);
   participante.SetCOD_PAIS(parte.COD_PAIS);
   participante.SetOPTANTESIMPLES(parte.OPTANTESIMPLES);
+  participante.SetMUNICIPIO(parte.MUNICIPIO);
+  participante.SetIDMUNICIPIO(parte.IDMUNICIPIO);
   participante.SetTPIMPORTACAO(teaDocumentoEletronico);
   InserirRegistro(&participante, false);
 }

@@ -43,6 +43,8 @@ struct TDadosParte {
   String UF = {};  // empty: the state of COD_MUN
   int COD_PAIS = TDadosRegistro0150::kBrasil;
   String OPTANTESIMPLES = {};
+  String MUNICIPIO = {};  // its name
+  Int64 IDMUNICIPIO = 0;  // its id in CA06_MUNICIPIO
 };
 
 // The country's code, Brazil's unless the text, blanks aside, is a number above 0.
@@ -125,6 +127,10 @@ class TNFSeBase : public TImpDocEletBase {
   // The end of an importer that has tried several forms: it has imported when no error was left over, and an error that
   // was sets the flag.
   void ConcluirPeloErro();
+
+  // Calls `ler` for each line of the file, decoded. Raises EArquivo.
+  template <class Acao>
+  void PercorrerLinhas(Acao ler);
 
   // Calls `carregar` for each item in order, without a progress display. Where it returns a bool, false ends the loop.
   template <class Itens, class AcaoDaNota>
@@ -249,6 +255,13 @@ bool CarregarESeguir(AcaoDaNota& carregar, const Nota& nota) {
     carregar(nota);
     return true;
   }
+}
+
+template <class Acao>
+void TNFSeBase::PercorrerLinhas(Acao ler) {
+  TStringList linhas;
+  linhas.LoadFromFile(GetArquivo());
+  for (const auto& linha : linhas) ler(linha);
 }
 
 template <class Itens, class AcaoDaNota>

@@ -1,5 +1,6 @@
 #include "Apoio.h"
 
+#include <ibase.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -8,6 +9,18 @@
 #include "XMLFormato.h"
 
 namespace impnfse::testes {
+namespace {
+
+// Ends the engine's threads before the process does: the leak checker doesn't survive one that goes while it looks.
+class TEncerramentoDoMotor : public ::testing::Environment {
+  void TearDown() override {
+    constexpr unsigned kMilissegundos = 10'000;
+    fb_shutdown(kMilissegundos, fb_shutrsn_app_stopped);
+  }
+};
+[[maybe_unused]] const auto* const kEncerramento = ::testing::AddGlobalTestEnvironment(new TEncerramentoDoMotor);
+
+}  // namespace
 
 std::vector<std::pair<String, String>> Casos(std::string_view texto) {
   std::vector<std::pair<String, String>> casos;
