@@ -140,7 +140,8 @@ void EscreverTabela(TLeitorRegistros& leitor, TBancoFirebird& banco) {
   fmt::print("\nITENS (0200)\n");
   leitor.Ler(std::function<void(const TDadosRegistro0200&)>([&](const auto& i) {
     itens[i.GetIDREG0200()] = i.GetDESCR_ITEM().Valor;
-    fmt::print("  {:>5}  {}  lista {}\n", i.GetIDREG0200(), EmColunas(i.GetDESCR_ITEM().Valor, 62), i.GetCOD_LST());
+    fmt::print("  {:>5}  {}  {}\n", i.GetIDREG0200(), EmColunas(i.GetDESCR_ITEM().Valor, 62),
+               i.GetCOD_LST().empty() ? "" : "lista " + i.GetCOD_LST());
   }));
 
   fmt::print("\nDOCUMENTOS (A100, com A170 e A17R)\n");

@@ -9,8 +9,12 @@
 namespace impnfse::bench {
 namespace {
 
-constexpr std::array<std::array<std::string_view, 2>, 6> kCidades = {
-    {{"3550308", "SP"}, {"3518800", "SP"}, {"3547809", "SP"}, {"3304557", "RJ"}, {"3106200", "MG"}, {"4106902", "PR"}}};
+constexpr std::array<std::array<std::string_view, 3>, 6> kCidades = {{{"3550308", "São Paulo", "SP"},
+                                                                      {"3518800", "Guarulhos", "SP"},
+                                                                      {"3547809", "Santo André", "SP"},
+                                                                      {"3304557", "Rio de Janeiro", "RJ"},
+                                                                      {"3106200", "Belo Horizonte", "MG"},
+                                                                      {"4106902", "Curitiba", "PR"}}};
 constexpr std::array<std::string_view, 7> kNomes = {"Aroeira",   "Ipê Amarelo", "Jatobá",   "Cedro",
                                                     "Jequitibá", "Paineira",    "Araucária"};
 constexpr std::array<std::string_view, 5> kServicos = {"manutenção de equipamentos", "suporte técnico em informática",
@@ -27,7 +31,7 @@ std::uint64_t Espalhar(std::uint64_t x) {
 TNotaFicticia::TTomador TomadorFicticio(std::size_t i) {
   const auto sorte = Espalhar(~i);
   const auto nome = kNomes[sorte % kNomes.size()];
-  const auto [municipio, uf] = kCidades[(sorte >> 8U) % kCidades.size()];
+  const auto [municipio, cidade, uf] = kCidades[(sorte >> 8U) % kCidades.size()];
   const bool pessoa = i % 5 == 4;
   return {.Documento = pessoa ? fmt::format("{:011}", 10'000'000'000U + i * 97)
                               : fmt::format("{:08}0001{:02}", 20'000'000U + i * 37, i % 100),
@@ -35,6 +39,7 @@ TNotaFicticia::TTomador TomadorFicticio(std::size_t i) {
           .Logradouro = fmt::format("Rua {}", kNomes[(sorte >> 16U) % kNomes.size()]),
           .Numero = static_cast<int>((sorte >> 24U) % 4000),
           .Municipio = municipio,
+          .Cidade = cidade,
           .UF = uf};
 }
 
@@ -200,6 +205,27 @@ void EscreverABRASF(std::ostream& saida, std::size_t notas) {
 
 void EscreverABRASFItens(std::ostream& saida, std::size_t notas) {
   EscreverConsultaABRASF(saida, notas, ItensEntreColchetes);
+}
+
+void EscreverBlumenau(std::ostream& saida, std::size_t notas) {
+  saida << "10010000000001020302026100120261031\r\n";
+  const auto emitente =
+      fmt::format("{:29}{:015}2{:14}{:115}Av {:100}{:10}{:60}{:72}{:50}{:2}{:88}", "1", 102'030, kCNPJPrestador,
+                  "Serviços Sabiá Ltda.", "das Acácias", "1500", "", "Centro", "Guarulhos", kUFPrestador, "");
+  const auto centavos = [](double valor) { return std::llround(valor * 100); };
+  for (std::size_t i = 0; i < notas; ++i) {
+    const auto nota = NotaFicticia(i, notas);
+    auto emissao = nota.Emissao;
+    std::erase_if(emissao, [](char c) { return c < '0' || c > '9'; });
+    saida << fmt::format("2{:015}{}{:8}", nota.Numero, emissao, nota.CodigoVerificacao) << emitente;
+    saida << fmt::format("0N{:31}{:015}{:015}0000140100500{:015}{:015}{}", "", centavos(nota.Valor), 0,
+                         centavos(nota.ISS), 0, nota.ISSRetido ? 1 : 0);
+    saida << fmt::format("{}{:0>14}{:30}{:115}Rua{:100}{:<10}{:60}{:72}{:50}{:2}{:88}{:075}{}\r\n",
+                         nota.Tomador.Documento.size() == 11 ? 1 : 2, nota.Tomador.Documento, "", nota.Tomador.Nome,
+                         nota.Tomador.Logradouro, nota.Tomador.Numero, "", "Centro", nota.Tomador.Cidade,
+                         nota.Tomador.UF, "", 0, nota.Descricao);
+  }
+  saida << fmt::format("9{:07}\r\n", notas);
 }
 
 }  // namespace impnfse::bench

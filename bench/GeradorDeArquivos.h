@@ -23,7 +23,8 @@ struct TNotaFicticia {
     std::string Nome;
     std::string Logradouro;
     int Numero;
-    std::string_view Municipio;
+    std::string_view Municipio;  // its code
+    std::string_view Cidade;     // and its name
     std::string_view UF;
   } Tomador;              // from as many as a fourth of the notes
   std::string Descricao;  // one in ten repeats a fixed text; the others are all different
@@ -45,5 +46,8 @@ void EscreverABRASF(std::ostream& saida, std::size_t notas);
 // descriptions come from a price list, the others are all different.
 inline constexpr std::size_t kItensPorNota = 20;
 void EscreverABRASFItens(std::ostream& saida, std::size_t notas);
+
+// Layout code 42, a text file: fields of fixed width.
+void EscreverBlumenau(std::ostream& saida, std::size_t notas);
 
 }  // namespace impnfse::bench

@@ -56,6 +56,7 @@ constexpr std::array kLeiautes = {
     TLeiaute{"GINFES", "43", "xml", EscreverGINFES, 1, 100'000, {21, 21, 11, 7, 3}},
     TLeiaute{"ABRASF", "47", "xml", EscreverABRASF, 1, 100'000, {21, 21, 11, 7, 3}},
     TLeiaute{"ABRASF-itens", "47", "xml", EscreverABRASFItens, kItensPorNota, 10'000, {11, 11, 7, 3, 1}},
+    TLeiaute{"Blumenau", "42", "txt", EscreverBlumenau, 1, 100'000, {21, 21, 11, 7, 3}},
 };
 
 struct TImportacao {

@@ -10,8 +10,6 @@
 namespace impnfse {
 namespace {
 
-// The suite's argument of both operations that place a note on a period record.
-constexpr int kTipoRegistro0000 = 4;
 // The one bar of the progress display.
 constexpr int kBarra = 1;
 
@@ -92,11 +90,11 @@ void TNFSeBase::ConcluirPeloErro() {
   if (!Importou) SetTemErros(true);
 }
 
-void TNFSeBase::TratarErroEstrutura() {
+void TNFSeBase::TratarErroEstrutura(TMarcaDeErro marca) {
   DestroyA100();
   BuscarInstanciaCarregamento()->LimpouInformacoes();
   LimparDadosEmitenteDestinatario();
-  SetTemErros(true);
+  if (marca == TMarcaDeErro::TextoESinal) SetTemErros(true);
   Erro = BuscarErroEstruturaArquivo();
 }
 
@@ -245,7 +243,7 @@ void TNFSeBase::InserirParticipante(const String& numero, const String& ie, cons
   participante.SetIDREG0150(BuscarID("0150", true).ID);
   participante.SetCOD_PART(std::to_string(IDParticipante));
   participante.SetNOME(parte.NOME);
-  const bool ehCPF = Comprimento(numero) < kTamanhoCNPJ;
+  const bool ehCPF = !parte.SempreCNPJ && Comprimento(numero) < kTamanhoCNPJ;
   participante.SetCPF(ehCPF ? numero : "");
   participante.SetCNPJ(ehCPF ? "" : numero);
   participante.SetIE(ie);

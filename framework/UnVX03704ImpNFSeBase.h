@@ -42,6 +42,7 @@ struct TDadosParte {
   String BAIRRO = {};
   String UF = {};  // empty: the state of COD_MUN
   int COD_PAIS = TDadosRegistro0150::kBrasil;
+  bool SempreCNPJ = false;  // the number is stored as CNPJ whatever its length
   String OPTANTESIMPLES = {};
   String MUNICIPIO = {};  // its name
   Int64 IDMUNICIPIO = 0;  // its id in CA06_MUNICIPIO
@@ -104,6 +105,12 @@ class TNFSeBase : public TImpDocEletBase {
   // The federal code of a municipality. A number of up to five digits is completed with the state's; one of six or more
   // stays; without a number the name decides. 0 when nothing is found.
   int BuscarCodigoMunicipio(const String& codigo, const String& uf, const String& municipio);
+  // The digits of the federal code of the first municipality with that code of the federal revenue service, as a number
+  // or as it stands; empty when none has it.
+  String BuscarMunicipioPorSRF(const String& codigo);
+  // The same of the first one in whose range of postal codes the one given lies, as text, within the state if one is
+  // named.
+  String BuscarMunicipioPorCEP(const String& cep, const std::optional<String>& uf = std::nullopt);
   // The activity code with its dot: "105" gives "1.05", "0105" gives "01.05". A text that has a dot, or no digit,
   // stays.
   String FormatarCodigoAtividade(const String& codigo);
@@ -120,10 +127,11 @@ class TNFSeBase : public TImpDocEletBase {
   // The standard progress text.
   static constexpr std::string_view kTextoProgresso = "Carregando documento {} de {}. ";
 
-  // Runs `acao`. Any exception drops the document at hand, sets the error flag and makes the structure error the last
-  // error; nothing is added to the list. False when there was one.
+  // Runs `acao`. Any exception drops the document at hand, sets the error flag (unless told otherwise) and makes the
+  // structure error the last error; nothing is added to the list. False when there was one.
+  enum class TMarcaDeErro { TextoESinal, SoTexto };
   template <class Acao>
-  bool ComErroEstrutura(Acao acao);
+  bool ComErroEstrutura(Acao acao, TMarcaDeErro marca = TMarcaDeErro::TextoESinal);
   // The end of an importer that has tried several forms: it has imported when no error was left over, and an error that
   // was sets the flag.
   void ConcluirPeloErro();
@@ -138,6 +146,13 @@ class TNFSeBase : public TImpDocEletBase {
   // The same with the progress display, if there is one.
   template <class Itens, class AcaoDaNota>
   void PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carregar);
+
+  // The same for a file of one note.
+  template <class Acao>
+  void CarregarUmaComProgresso(Acao carregar);
+
+  // The suite's argument of both operations that place a note on a period record.
+  static constexpr int kTipoRegistro0000 = 4;
 
   // Places the note at hand on the company's branches: `carregarA100` runs once for each side that is one, and the
   // document is noted in the summary under `numero`. A note of which no side is one is an error, whose copy in the list
@@ -223,9 +238,11 @@ class TNFSeBase : public TImpDocEletBase {
   void CarregarCSLLRetido();
 
  private:
+  // The digits of the first row's CODIGOFEDERAL; empty without rows.
+  String ConsultarCodigoFederal(const String& sql);
   // Remembers the layout for the current branch.
   void GravarCodigoLeiauteNFSe();
-  void TratarErroEstrutura();
+  void TratarErroEstrutura(TMarcaDeErro marca);
   void IniciarProgresso(std::size_t quantidade);
   void MostrarProgresso(std::size_t indice, std::size_t quantidade);
   void AvancarProgresso();
@@ -236,12 +253,12 @@ class TNFSeBase : public TImpDocEletBase {
 };
 
 template <class Acao>
-bool TNFSeBase::ComErroEstrutura(Acao acao) {
+bool TNFSeBase::ComErroEstrutura(Acao acao, TMarcaDeErro marca) {
   try {
     acao();
     return true;
   } catch (const std::exception&) {
-    TratarErroEstrutura();
+    TratarErroEstrutura(marca);
     return false;
   }
 }
@@ -278,6 +295,14 @@ void TNFSeBase::PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carreg
     if (!CarregarESeguir(carregar, itens[i])) return;
     AvancarProgresso();
   }
+}
+
+template <class Acao>
+void TNFSeBase::CarregarUmaComProgresso(Acao carregar) {
+  IniciarProgresso(1);
+  MostrarProgresso(1, 2);  // "1 de 1"
+  carregar();
+  AvancarProgresso();
 }
 
 }  // namespace impnfse

@@ -58,6 +58,30 @@ int TNFSeBase::BuscarCodigoMunicipio(const String& codigo, const String& uf, con
   return StrToIntDef(Substituir(texto, ".", ""), 0);
 }
 
+String TNFSeBase::BuscarMunicipioPorSRF(const String& codigo) {
+  return ConsultarCodigoFederal(fmt::format(
+      "SELECT CA06_MUNICIPIO.CODIGOFEDERAL\n  FROM CA06_MUNICIPIO\n WHERE CA06_MUNICIPIO.CODSRF = {}\n    OR "
+      "CA06_MUNICIPIO.CODSRF = {}",
+      CitarSQL(std::to_string(StrToIntDef(codigo, 0))), CitarSQL(codigo)));
+}
+
+String TNFSeBase::BuscarMunicipioPorCEP(const String& cep, const std::optional<String>& uf) {
+  const auto faixa =
+      fmt::format("({0} BETWEEN CEPGERAL AND CEPFINAL)      OR ({0} = CEPGERAL AND CEPFINAL IS NULL) ", CitarSQL(cep));
+  return ConsultarCodigoFederal(" SELECT CODIGOFEDERAL    FROM CA06_MUNICIPIO   WHERE " +
+                                (uf ? fmt::format("(UF = {})     AND ({}) ", CitarSQL(*uf), faixa) : faixa));
+}
+
+String TNFSeBase::ConsultarCodigoFederal(const String& sql) {
+  auto& consulta = GetDataModule().DataSetConsulta;
+  consulta.SetCommandText(sql);
+  GetDataModule().AbrirDataSetMemorizado(&consulta);
+  auto codigo =
+      consulta.IsEmpty() ? String() : BuscarSomenteNumeros(consulta.FieldByName("CODIGOFEDERAL").GetAsString());
+  consulta.Close();
+  return codigo;
+}
+
 String TNFSeBase::FormatarCodigoAtividade(const String& codigo) {
   if (codigo.find('.') != codigo.npos) return codigo;
   const auto digitos = BuscarSomenteNumeros(codigo);

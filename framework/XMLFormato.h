@@ -327,10 +327,15 @@ std::optional<Elemento> Load(const String& caminho, const TRaiz& raiz) {
 
 // The same for the formats in which another root is an error: raises EXML.
 template <class Elemento>
-Elemento LoadSemGuarda(const String& caminho, const TRaiz& raiz) {
-  auto elemento = Load<Elemento>(caminho, raiz);
+Elemento LoadSemGuarda(TArquivoXML& arquivo, const TRaiz& raiz) {
+  auto elemento = Load<Elemento>(arquivo, raiz);
   if (!elemento) throw EXML("O elemento raiz não é " + String(raiz.Tag) + ".");
   return *std::move(elemento);
+}
+template <class Elemento>
+Elemento LoadSemGuarda(const String& caminho, const TRaiz& raiz) {
+  TArquivoXML arquivo(caminho);
+  return LoadSemGuarda<Elemento>(arquivo, raiz);
 }
 
 }  // namespace impnfse

@@ -6,8 +6,23 @@
 #include "UnVX03704ImpNFSeAbrasf.h"
 #include "UnVX03704ImpNFSeAbrasfVersao203.h"
 #include "UnVX03704ImpNFSeBetha202.h"
+#include "UnVX03704ImpNFSeBlumenau.h"
+#include "UnVX03704ImpNFSeCampoGrande.h"
+#include "UnVX03704ImpNFSeELOTECH.h"
+#include "UnVX03704ImpNFSeEquiplanoSistemas.h"
+#include "UnVX03704ImpNFSeFacility.h"
+#include "UnVX03704ImpNFSeGEFisco.h"
 #include "UnVX03704ImpNFSeGINFES.h"
+#include "UnVX03704ImpNFSeINFISC.h"
+#include "UnVX03704ImpNFSeIPM.h"
+#include "UnVX03704ImpNFSeJoinville.h"
+#include "UnVX03704ImpNFSeJoinvilleServicosTomados.h"
+#include "UnVX03704ImpNFSePrefeituraModerna.h"
+#include "UnVX03704ImpNFSeProdataInformatica.h"
 #include "UnVX03704ImpNFSePronim.h"
+#include "UnVX03704ImpNFSeSIGCORP.h"
+#include "UnVX03704ImpNFSeSoftplan.h"
+#include "UnVX03704ImpNFSeSoftplanV022018.h"
 #include "UnVX03704ImpNFSeSystemSolucoesSistemasInformacoes.h"
 #include "UnVX03704ImpNFSeTecnosistemas.h"
 
@@ -62,37 +77,38 @@ constexpr std::unique_ptr<TNFSeBase> (*kAindaNao)() = nullptr;
 // The family, under the ids that the rules above give. No rule gives 3 and 23.
 constexpr std::array kImportadores = {
     TImportadorNFSe{1, "TNFSeAbrasf", Criar<TNFSeAbrasf>},
-    TImportadorNFSe{2, "TNFSeJoinville", kAindaNao, TVariacaoNFSe::Nenhuma, &TImpNFSe::NotaJoinvilleEhServicoPrestado},
-    TImportadorNFSe{2, "TNFSeJoinvilleServicosTomados", kAindaNao},
-    TImportadorNFSe{4, "TNFSeFacility", kAindaNao},
-    TImportadorNFSe{5, "TNFSeINFISC", kAindaNao},
-    TImportadorNFSe{6, "TNFSeCampoGrande", kAindaNao},
-    TImportadorNFSe{7, "TNFSeGEFisco", kAindaNao, TVariacaoNFSe::ComRetorno},
+    TImportadorNFSe{2, "TNFSeJoinville", Criar<TNFSeJoinville>, TVariacaoNFSe::Nenhuma,
+                    &TImpNFSe::NotaJoinvilleEhServicoPrestado},
+    TImportadorNFSe{2, "TNFSeJoinvilleServicosTomados", Criar<TNFSeJoinvilleServicosTomados>},
+    TImportadorNFSe{4, "TNFSeFacility", Criar<TNFSeFacility>},
+    TImportadorNFSe{5, "TNFSeINFISC", Criar<TNFSeINFISC>},
+    TImportadorNFSe{6, "TNFSeCampoGrande", Criar<TNFSeCampoGrande>},
+    TImportadorNFSe{7, "TNFSeGEFisco", Criar<TNFSeGEFisco>, TVariacaoNFSe::ComRetorno},
     TImportadorNFSe{8, "TNFSeGINFES", Criar<TNFSeGINFES>},
-    TImportadorNFSe{9, "TNFSePrefeituraModerna", kAindaNao},
+    TImportadorNFSe{9, "TNFSePrefeituraModerna", Criar<TNFSePrefeituraModerna>},
     TImportadorNFSe{10, "TNFSeDigifred", kAindaNao},
     TImportadorNFSe{11, "TNFSeAgili", kAindaNao},
-    TImportadorNFSe{12, "TNFSeProdataInformatica", kAindaNao},
-    TImportadorNFSe{13, "TNFSeEquiplanoSistemas", kAindaNao},
+    TImportadorNFSe{12, "TNFSeProdataInformatica", Criar<TNFSeProdataInformatica>},
+    TImportadorNFSe{13, "TNFSeEquiplanoSistemas", Criar<TNFSeEquiplanoSistemas>},
     TImportadorNFSe{14, "TNFSePaliariEngenhariaSoftware", kAindaNao},
     TImportadorNFSe{15, "TNFSeNFSeThemaISSQNEletronico", kAindaNao},
-    TImportadorNFSe{16, "TNFSeSIGCORP", kAindaNao},
+    TImportadorNFSe{16, "TNFSeSIGCORP", Criar<TNFSeSIGCORP>},
     TImportadorNFSe{17, "TNFSeTecnosistemas", Criar<TNFSeTecnosistemas>},
     TImportadorNFSe{18, "TNFSeBetha202", Criar<TNFSeBetha202>, TVariacaoNFSe::SemErroNaLista},
-    TImportadorNFSe{19, "TNFSeBlumenau", kAindaNao, TVariacaoNFSe::SemErroNaLista},
+    TImportadorNFSe{19, "TNFSeBlumenau", Criar<TNFSeBlumenau>, TVariacaoNFSe::SemErroNaLista},
     TImportadorNFSe{20, "TNFSeAgili_v100", kAindaNao},
-    TImportadorNFSe{21, "TNFSeSoftplan", kAindaNao},
+    TImportadorNFSe{21, "TNFSeSoftplan", Criar<TNFSeSoftplan>},
     TImportadorNFSe{22, "TNFSeDBSeller", kAindaNao},
     TImportadorNFSe{24, "TNFSePronim", Criar<TNFSePronim>},
     TImportadorNFSe{25, "TNFSeSystemSolucoesSistemasInformacoes", Criar<TNFSeSystemSolucoesSistemasInformacoes>},
     TImportadorNFSe{26, "TNFSeABASESistemas", kAindaNao},
-    TImportadorNFSe{27, "TNFSeIPM", kAindaNao},
+    TImportadorNFSe{27, "TNFSeIPM", Criar<TNFSeIPM>},
     TImportadorNFSe{28, "TNFSeAbrasf_v203", Criar<TNFSeAbrasf_v203>},
     TImportadorNFSe{29, "TNFSeGrupoAssessor", kAindaNao},
-    TImportadorNFSe{30, "TNFSeSoftplan022018", kAindaNao},
+    TImportadorNFSe{30, "TNFSeSoftplan022018", Criar<TNFSeSoftplan022018>},
     TImportadorNFSe{31, "TNFSeSEMFAZOnline", kAindaNao},
     TImportadorNFSe{32, "TNFSeTecnosistemasCFSe", kAindaNao},
-    TImportadorNFSe{33, "TNFSeELOTECH", kAindaNao},
+    TImportadorNFSe{33, "TNFSeELOTECH", Criar<TNFSeELOTECH>},
     TImportadorNFSe{34, "TNFSeRLZInformatica", kAindaNao},
 };
 

@@ -1,4 +1,5 @@
 // Any bytes as a file of any layout, through the module into a database: the first byte tells which layout.
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -36,8 +37,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dados, std::size_t tam
   auto& suite = Suite();
   const auto regras = RegrasDeLeiaute();
   const auto& regra = regras[dados[0] % regras.size()];
-  const auto arquivo =
-      fs::temp_directory_path() / ("impnfse_fuzz." + std::to_string(::getpid()) + (dados[0] < 128 ? ".xml" : ".txt"));
+  const auto arquivo = fs::temp_directory_path() / fmt::format("{}_impnfse_fuzz.{}.{}", dados[0] % 2 == 0 ? 'C' : 'D',
+                                                               ::getpid(), dados[0] < 128 ? "xml" : "txt");
   std::ofstream(arquivo, std::ios::binary)
       .write(reinterpret_cast<const char*>(dados + 1), static_cast<std::streamsize>(tamanho - 1));
   TImpNFSe importacao;

@@ -51,6 +51,7 @@ struct TArmazemRegistros::TInstrucoes {
   String Participante;
   String Serie;
   std::unique_ptr<soci::statement> RemocaoDeDocumento;
+  std::unordered_map<std::string_view, std::unique_ptr<soci::statement>> Remocoes;  // by table, of what a document has
 
   explicit TInstrucoes(soci::session& s)
       : Reg0150(s, {"IDEMPRESA"}, {"DOCUMENTO"}),
@@ -192,7 +193,7 @@ void TArmazemRegistros::Gravar(const TDadosRegistroA100& registro) {
           FBanco.Sessao(), std::vector<std::string_view>{"IDREG0150"}, std::vector<std::string_view>{}, "IDREGA100");
     insercao = instrucoes.RegA100Completada.get();
     FDocumentosCompletados.insert(id);
-    FBanco.Sessao() << "DELETE FROM ES02_TEXTOLONGO WHERE TABELA = 'ES02_REGA100' AND IDREGISTRO = " << id;
+    Remover("ES02_TEXTOLONGO", "TABELA = 'ES02_REGA100' AND IDREGISTRO", id);
   } else {
     SubstituirDocumentoAnterior(registro);
   }
@@ -268,7 +269,18 @@ void TArmazemRegistros::SubstituirDocumentoAnterior(const TDadosRegistroA100& re
 void TArmazemRegistros::SubstituirFilhos(std::string_view tabela, std::string_view coluna, Int64 idA100) {
   if (!FDocumentosCompletados.contains(idA100)) return;
   if (!FFilhosSubstituidos.insert(fmt::format("{} {}", tabela, idA100)).second) return;
-  FBanco.Sessao() << "DELETE FROM " << tabela << " WHERE " << coluna << " = " << idA100;
+  Remover(tabela, coluna, idA100);
+}
+
+void TArmazemRegistros::Remover(std::string_view tabela, std::string_view coluna, Int64 id) {
+  auto& instrucoes = Instrucoes();
+  auto& remocao = instrucoes.Remocoes[tabela];
+  if (!remocao)
+    remocao = std::make_unique<soci::statement>(
+        (FBanco.Sessao().prepare << "DELETE FROM " << tabela << " WHERE " << coluna << " = :id",
+         soci::use(instrucoes.Numero)));
+  instrucoes.Numero = id;
+  remocao->execute(true);
 }
 
 std::vector<TDadosRegistro0150>& TArmazemRegistros::Participantes(const String& documento, const String& ie) {

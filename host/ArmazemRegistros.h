@@ -75,6 +75,7 @@ class TArmazemRegistros final : private IGravadorRegistros {
   void GuardarTextosLongos(const Insercao& insercao, std::string_view tabela, Int64 id);
   void SubstituirDocumentoAnterior(const TDadosRegistroA100& registro);
   void SubstituirFilhos(std::string_view tabela, std::string_view coluna, Int64 idA100);
+  void Remover(std::string_view tabela, std::string_view coluna, Int64 id);
   std::vector<TDadosRegistro0150>& Participantes(const String& documento, const String& ie);
   Int64 IdDoParticipante(const TDadosRegistroA100& documento) const;
   void EsquecerExecucao();

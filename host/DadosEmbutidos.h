@@ -8,5 +8,6 @@ namespace impnfse::embutidos {
 extern const std::string_view kEsquemaSQL;
 extern const std::string_view kMunicipiosCSV;
 extern const std::string_view kLeiautesCSV;
+extern const std::string_view kServicosCSV;
 
 }  // namespace impnfse::embutidos

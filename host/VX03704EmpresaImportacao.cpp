@@ -21,6 +21,13 @@ void TDadosEmpresaImportacao::SelecionarFilialDoPedido(Int64 idFilial) {
   RetornarAFilialDoPedido();
 }
 
+Int64 TDadosEmpresaImportacao::GetIDFilialPrincipal() const {
+  const auto empresa = GetDadosFilial().IDEMPRESA;
+  return std::find_if(FFiliais.begin(), FFiliais.end(),
+                      [&](const TFilialRegistrada& f) { return f.Dados.IDEMPRESA == empresa; })
+      ->Dados.IDFILIAL;
+}
+
 bool TDadosEmpresaImportacao::SelecionouFilialDaEmpresa(const String& cnpj) {
   const auto empresa = GetDadosFilial().IDEMPRESA;
   const auto achada = std::find_if(FFiliais.begin(), FFiliais.end(), [&](const TFilialRegistrada& f) {

@@ -29,6 +29,8 @@ class TDadosEmpresaImportacao {
 
   // The current branch: the one that asked for the import, or the one found on a side of the note at hand.
   const TDadosFilial& GetDadosFilial() const { return Filial().Dados; }
+  // The id of the company's main branch: the first one registered.
+  Int64 GetIDFilialPrincipal() const;
   const TConfiguracao* GetConfiguracao() const { return &FConfiguracao; }
   // Number of digits behind the CFOP of a service.
   int GetQuantidadeCasasPrefixoCFOP() const { return Filial().CasasPrefixoCFOP; }

@@ -132,7 +132,10 @@ String Substituir(std::string_view texto, std::string_view de, std::string_view 
   }
 }
 
-String CitarSQL(std::string_view texto) { return fmt::format("'{}'", Substituir(texto, "'", "''")); }
+String CitarSQL(std::string_view texto) {
+  // No statement can have a NUL, and no name that a note looks for does.
+  return fmt::format("'{}'", Substituir(Substituir(texto, std::string_view("\0", 1), ""), "'", "''"));
+}
 
 String SemCaracteresEspeciais(std::string_view texto) {
   constexpr std::string_view kMantidos = " .,;:/()-%&+=";
@@ -167,12 +170,32 @@ bool EhUTF8(std::string_view bytes) {
   return true;
 }
 
+namespace {
+
+// The bytes without a character that was cut off at their end; all of them where nothing else is UTF-8 beyond ASCII,
+// since in another encoding the last byte may well be a letter.
+std::string_view SemCaractereCortado(std::string_view bytes) {
+  constexpr std::size_t kMaisLongo = 4;
+  for (std::size_t n = 1; n < kMaisLongo && n <= bytes.size(); ++n) {
+    const auto byte = static_cast<unsigned char>(bytes[bytes.size() - n]);
+    if ((byte & 0xC0U) == 0x80U) continue;  // not the first one of a character
+    const std::size_t tamanho = byte >= 0xF0U ? 4 : byte >= 0xE0U ? 3 : byte >= 0xC0U ? 2 : 1;
+    const auto inteiros = bytes.substr(0, bytes.size() - n);
+    const bool temOutros = std::any_of(inteiros.begin(), inteiros.end(), [](char c) { return c < 0; });
+    return tamanho > n && temOutros ? inteiros : bytes;
+  }
+  return bytes;
+}
+
+}  // namespace
+
 String DecodificarTexto(std::string_view bytes, std::size_t maximo) {
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
   if (bytes.starts_with("\xFF\xFE")) return Converter(bytes.substr(2, maximo), "UTF-16LE", 2);
   if (bytes.starts_with("\xFE\xFF")) return Converter(bytes.substr(2, maximo), "UTF-16BE", 2);
-  const auto inicio = bytes.substr(0, maximo);
-  return EhUTF8(bytes) ? String(inicio) : Converter(inicio, "WINDOWS-1252", 1);
+  // A file that was cut off within a character is still what it was.
+  const auto inteiros = SemCaractereCortado(bytes);
+  return EhUTF8(inteiros) ? String(inteiros.substr(0, maximo)) : Converter(bytes.substr(0, maximo), "WINDOWS-1252", 1);
 }
 
 String LerArquivo(const String& caminho) {

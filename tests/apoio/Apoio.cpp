@@ -3,6 +3,7 @@
 #include <ibase.h>
 #include <unistd.h>
 
+#include <cctype>
 #include <cstdlib>
 #include <fstream>
 
@@ -30,6 +31,23 @@ std::vector<std::pair<String, String>> Casos(std::string_view texto) {
     casos.emplace_back(entrada, caso);
   }
   return casos;
+}
+
+String Elementos(std::string_view texto, char fim) {
+  const auto ehDoNome = [](unsigned char c) { return std::isalnum(c) != 0 || c == '_' || c == '-'; };
+  String xml;
+  for (auto igual = texto.find('='); igual != texto.npos; igual = texto.find('=')) {
+    auto tag = igual;
+    while (tag > 0 && ehDoNome(static_cast<unsigned char>(texto[tag - 1]))) --tag;
+    const auto valor = texto.substr(igual + 1, texto.find_first_of(String("<>'\"") + fim, igual) - igual - 1);
+    const auto depois = igual + 1 + valor.size();
+    const bool ehElemento = tag < igual && depois < texto.size() && texto[depois] == fim;
+    const auto nome = texto.substr(tag, igual - tag);
+    xml += ehElemento ? fmt::format("{}<{}>{}</{}>", texto.substr(0, tag), nome, valor, nome)
+                      : String(texto.substr(0, igual + 1));
+    texto.remove_prefix(ehElemento ? depois + 1 : igual + 1);
+  }
+  return xml + String(texto);
 }
 
 ::testing::AssertionResult Contem(const String& texto, std::string_view parte) {

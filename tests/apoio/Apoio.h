@@ -18,6 +18,8 @@ namespace fs = std::filesystem;
 std::vector<std::pair<String, String>> Casos(std::string_view texto);
 ::testing::AssertionResult Contem(const String& texto, std::string_view parte);
 String Repetir(std::string_view texto, int vezes);
+// The text with each "tag=text;" in it as an element (or what `fim` is in place of ";"). Attributes stay.
+String Elementos(std::string_view texto, char fim = ';');
 // The text of the exception that the action raises; empty when it raises none.
 String Levantado(const std::function<void()>& acao);
 

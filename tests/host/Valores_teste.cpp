@@ -106,6 +106,10 @@ TEST(Lista, DecodificaOsArquivos) {
   }
   // Half of a surrogate pair spoils one character, not everything behind it.
   EXPECT_TRUE(DecodificarTexto("\xFF\xFE\x3D\xD8n\0o\0"s).ends_with("no"));
+  // Cut off within a character; a letter of Windows-1252 at the end is one.
+  EXPECT_EQ(DecodificarTexto("ação n\xC3"), "ação n");
+  EXPECT_EQ(DecodificarTexto("ação \xE2\x82"), "ação ");
+  EXPECT_EQ(DecodificarTexto("caf\xE9"), "café");
 }
 
 }  // namespace impnfse::testes::valores

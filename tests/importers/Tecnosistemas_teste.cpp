@@ -18,19 +18,6 @@ constexpr auto kNota =
     "<Pedido><InfPedidoCancelamento>CodigoCancelamento=1 </InfPedidoCancelamento></Pedido></Confirmacao>"
     "</NfseCancelamento></CompNfse>";
 
-// Each "tag=text " as an element.
-String ComElementos(std::string_view texto) {
-  String xml;
-  for (auto igual = texto.find('='); igual != texto.npos; igual = texto.find('=')) {
-    const auto tag = texto.find_last_of(" >", igual) + 1;
-    const auto fim = texto.find(' ', igual);
-    const auto nome = texto.substr(tag, igual - tag);
-    xml += fmt::format("{}<{}>{}</{}>", texto.substr(0, tag), nome, texto.substr(igual + 1, fim - igual - 1), nome);
-    texto.remove_prefix(fim + 1);
-  }
-  return xml + String(texto);
-}
-
 struct TTecnosistemas : TTesteComBanco {};
 
 TEST_F(TTecnosistemas, ServicosDocumentosEParticipantes) {
@@ -52,7 +39,7 @@ TEST_F(TTecnosistemas, ServicosDocumentosEParticipantes) {
         "11222333000181 => 9", "InfNfse => Inf"}) {
     String nota = kNota;
     for (const auto& [de, para] : Casos(trocas)) nota = Substituir(nota, de, para);
-    xml += ComElementos(nota);
+    xml += Elementos(nota, ' ');
   }
   const auto importacao = Importar(Pasta.Gravar("n.xml", xml + "</ListaNfse></ConsultarNfseRpsResposta>"), "27");
   EXPECT_EQ(Erros(*importacao), importacao->BuscarErroNaoGerouBloco0() + "\n");

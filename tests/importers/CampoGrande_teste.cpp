@@ -1,0 +1,77 @@
+#include "Apoio.h"
+
+namespace impnfse::testes::campogrande {
+
+// Two services to a bar in Dourados, with deductions of 10 and 5. "TAG=text;" is an element.
+constexpr std::string_view kNota = R"(<NOTA_FISCAL>NUM_NOTA=12;DATA_HORA_EMISSAO=15/03/2026 10:20:30;SITUACAO_NF=normal;
+CODIGO_CIDADE=2704;PRESTADOR_CPF_CNPJ=11222333000181;PRESTADOR_RAZAO_SOCIAL=Aurora;PRESTADOR_PREST_NUMERO=1;
+PRESTADOR_CIDADE_CODIGO=09102;PRESTADOR_UF=SC;TOMADOR_CPF_CNPJ=99888777000166;TOMADOR_RAZAO_SOCIAL=Bar;
+TOMADOR_LOGRADOURO=Rua C;TOMADOR_NUMERO=2;TOMADOR_COMPLEMENTO=D;TOMADOR_BAIRRO=Norte;TOMADOR_CIDADE=DOURADOS;TOMADOR_UF=MS;
+VALOR_NOTA=100;VALOR_ISS=5;VALOR_PIS=1;VALOR_COFINS=2;VALOR_INSS=3;VALOR_IR=4;VALOR_CSLL=6;ALIQUOTA_PIS=0.65;
+ALIQUOTA_COFINS=3;ALIQUOTA_INSS=11;ALIQUOTA_IR=1.5;ALIQUOTA_CSLL=1;COS_SERVICO=105;ALIQUOTA=5;UF_PRESTACAO=MS;
+CIDADE_CODIGO_PRESTACAO=03702;SERIE_PRESTACAO=99;CODIGO_VERIFICACAO=AB;VALOR_ISS_RET=5.5;ALIQ_RET=2;<ITENS>
+<ITEM>TRIBUTAVEL=s;DESCRICAO=Aula;QUANTIDADE=0;VALOR_TOTAL=70;DEDUCAO=10;</ITEM><ITEM>DESCRICAO=Reparo;QUANTIDADE=2;
+VALOR_TOTAL=30;DEDUCAO=5,00;VALOR_ISS_UNITARIO=1.5;</ITEM></ITENS></NOTA_FISCAL>)";
+
+struct TCampoGrande : TTesteComBanco {
+  // Imports the notes, each told by what it replaces, where that stands last in the valid one; their numbers count up
+  // from 1. How many documents were noted, the error list, and what the run ends with.
+  String Importar(const std::vector<String>& notas, const String& raiz = "<NOTAS_FISCAIS>{}</NOTAS_FISCAIS>") {
+    String xml;
+    for (std::size_t n = 0; n < notas.size(); ++n) {
+      String nota(kNota);
+      for (const auto& [de, para] : Casos(fmt::format("NOTA=12 => NOTA={} | {}", n + 1, notas[n])))
+        nota.replace(nota.rfind(de), de.size(), para);
+      xml += Elementos(nota);
+    }
+    const auto i = TTesteComBanco::Importar(Pasta.Gravar("notas.xml", Substituir(raiz, "{}", xml)), "40");
+    const auto saida = fmt::format("{} {}/{}", i->GetResumo().Documentos.size(), Erros(*i), i->GetResumo().Erro);
+    return Substituir(Substituir(saida, i->BuscarErroNaoGerouBloco0(), "alheia"), i->BuscarErroEstruturaArquivo(), "!");
+  }
+};
+
+TEST_F(TCampoGrande, CadaCampoNoSeuLugar) {
+  Importar({""});
+  EXPECT_EQ(Documentos("NUM_ITEM, CAST(DESCR_ITEM AS VARCHAR(9)), COD_LST, ATIVIDADE, QTD, VL_ITEM, VL_BC_ISS, "
+                       "I.VL_ISS, ALIQ_ISS, MUNICIPIODEVISS, A.VL_ISS, VL_PIS_RET, VL_COFINS_RET, DT_EXE_SERV"),
+            "1|Aula|105|1.05|1.0000|70.0000|70.0000|0.0000|5.0000|5003702|5.0000|1.0000|2.0000|2026-03-15\n"
+            "2|Reparo|105|1.05|2.0000|30.0000|30.0000|1.5000|5.0000|5003702|5.0000|1.0000|2.0000|2026-03-15");
+  EXPECT_EQ(Tabela("SELECT MUNICIPIO, ENDERECO, NUM, COMPL, BAIRRO, UF FROM ES02_REG0150"),
+            "DOURADOS|Rua C|2|D|Norte|MS");
+  EXPECT_EQ(Tabela("SELECT COD_RECEITA, VL_BC, VL_IMPOSTO, ALIQUOTA FROM ES02_REGA17R ORDER BY IDREGA17R"),
+            "1010|85.0000|5.5000|2.0000\n0714|85.0000|4.0000|1.5000\n0910|85.0000|3.0000|11.0000\n"
+            "1101|85.0000|1.0000|0.6500\n1102|85.0000|2.0000|3.0000\n1103|85.0000|6.0000|1.0000");
+}
+
+TEST_F(TCampoGrande, SituacaoDeducaoEMunicipio) {
+  const String soUm = "<ITEM>DESC => <X>DESC | 1.5;</ITEM> => 1.5;</X>", semLocal = "TACAO=03702 => TACAO=0";
+  const String semCidade = semLocal + " | CIDADE=2704 => CIDADE=x", alheia = "11222333000181 => 44555666000199";
+  EXPECT_EQ(Importar({// Replaced, with its values; the accent makes it another word, as does any other: the head alone.
+                      "normal => Substituida", "normal => SUBSTITUÍDA", "normal => CANCELADA",
+                      // The only service takes the ISS of the note.
+                      soUm, soUm + " | TRIBUTAVEL=s => TRIBUTAVEL=N", soUm + " | DEDUCAO=10; => VALOR_ISS_UNITARIO=2;",
+                      // A deduction that can't be read costs the note all of them, and is told.
+                      "DEDUCAO=5,00 => DEDUCAO=5%", semLocal + " | ISS_RET=5.5 => ISS_RET=0", semCidade,
+                      semCidade + " | =09102 => =", alheia + " | 99888777000166 => 11222333000181", alheia, ""}),
+            "12 alheia\n/");
+  EXPECT_EQ(
+      Tabela("SELECT NUM_DOC, COD_SIT, CAST(VL_DOC AS INT), SER, CHV_NFSE, TEMISSRETIDO, NOME, COD_MUN, (SELECT "
+             "FIRST 1 I.VL_ISS || '|' || MUNICIPIODEVISS FROM ES02_REGA170 I WHERE I.IDREGA100 = A.IDREGA100), "
+             "(SELECT CAST(SUM(VL_BC) AS INT) FROM ES02_REGA17R R WHERE R.IDREGA100 = A.IDREGA100), (SELECT CAST("
+             "SUBSTRING(INFORMACAO4 FROM 93 FOR 24) AS VARCHAR(24)) FROM ES02_REG0000MSG WHERE IDREG = IDREGA100) "
+             "FROM ES02_REGA100 A LEFT JOIN ES02_REG0150 USING (COD_PART) ORDER BY IDREGA100"),
+      "1|2|100|99|AB|1|Bar|5003702|0.0000|5003702|510|-\n2|2|0|99||0|Bar|5003702|-|-|-\n"
+      "3|2|0|99||0|Bar|5003702|-|-|-\n4|0|100|99|AB|1|Bar|5003702|5.0000|5003702|540|-\n"
+      "5|0|100|99|AB|1|Bar|5003702|0.0000|5003702|540|-\n6|0|100|99|AB|1|Bar|5003702|2.0000|5003702|600|-\n"
+      "7|0|100|99|AB|1|Bar|5003702|0.0000|5003702|600|sistema.Entre em contato\n"
+      "8|0|100|99|AB|0|Bar|5003702|0.0000|5002704|425|-\n9|0|100|99|AB|1|Bar|5003702|0.0000|4209102|510|-\n"
+      "10|0|100|99|AB|1|Bar|5003702|0.0000|4205407|510|-\n11|0|100|99|AB|1|Aurora|4209102|0.0000|5003702|510|-\n"
+      "13|0|100|99|AB|1|Bar|5003702|0.0000|5003702|510|-");
+}
+
+TEST_F(TCampoGrande, ErroDeEstrutura) {
+  EXPECT_EQ(Importar({"", "VALOR_NOTA=100 => VALOR_NOTA=x", ""}), "1 /!") << "what was stored before stays";
+  EXPECT_EQ(Importar({""}, "<NOTAS>{}</NOTAS>"), "0 !\n/!");
+}
+
+}  // namespace impnfse::testes::campogrande

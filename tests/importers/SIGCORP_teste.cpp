@@ -1,0 +1,64 @@
+#include "Apoio.h"
+
+namespace impnfse::testes::sigcorp {
+
+constexpr const char* kNota =
+    "<ns2:NFe "
+    "xmlns:ns2='u'>IEPrestador=;<CPFCNPJPrestador>CNPJ=11222333000181;</CPFCNPJPrestador><ChaveNFe>NumeroNFe=7;"
+    "SerieNFe=A;CodigoVerificacao=K;DataEmissaoNFe=2026-03-15;</"
+    "ChaveNFe>RazaoSocialPrestador=Aurora;<EnderecoPrestador>"
+    "Logradouro=Rua B;Cidade=Florianópolis;UF=SC;</EnderecoPrestador>StatusNFe= ativa ;TributacaoNFe=tributado no "
+    "prestador;"
+    "OpcaoSimples=SIM;ValorServicos=300;ValorBase=280;CodigoServico=1401;AliquotaServicos=5;ValorINSS=3;ValorIR=4;"
+    "ValorPIS=1;ValorCOFINS=2;ValorCSLL=5;ValorISS=14;ISSRetido=não;<CPFCNPJTomador>CNPJ=99888777000166;</"
+    "CPFCNPJTomador>"
+    "IETomador=90;RazaoSocialTomador=Bar;<EnderecoTomador>Logradouro=Rua A;NumeroEndereco=10;ComplementoEndereco=S;"
+    "Bairro=Centro;Cidade=curitiba;UF=PR;</EnderecoTomador>Discriminacao=Reparo;</ns2:NFe>";
+
+class TSIGCORP : public TTesteComBanco {
+ protected:
+  String Importar(const String& trocas) {
+    String nota = kNota;
+    for (const auto& [de, para] : Casos(trocas)) nota = Substituir(nota, de, para);
+    const auto i = TTesteComBanco::Importar(Pasta.Gravar("n.xml", Elementos(nota)), "21");
+    return fmt::format("{} {}{}", i->GetResumo().Importou, i->GetResumo().Erro == i->BuscarErroEstruturaArquivo(),
+                       i->GetResumo().Documentos.empty() ? "" : " " + i->GetResumo().Documentos[0].Numero);
+  }
+};
+
+TEST_F(TSIGCORP, CadaCampoNoSeuLugar) {
+  EXPECT_EQ(Importar(""), "true false 7");
+  EXPECT_EQ(
+      Documentos("NUM_DOC, SER, COD_SIT, DT_EXE_SERV, CHV_NFSE, VL_DOC, A.VL_ISS, VL_PIS_RET, TEMISSRETIDO, NOME, IE, "
+                 "Q.COD_MUN, UF, MUNICIPIO, ENDERECO, NUM, COMPL, BAIRRO, VL_ITEM, VL_BC_ISS, I.VL_ISS, ALIQ_ISS, "
+                 "ATIVIDADE, MUNICIPIODEVISS, COD_LST"),
+      "7|A|0|2026-03-15|K|300.0000|14.0000|0.0000|0|Bar|90|4106902|PR|curitiba|Rua A|10|S|Centro|300.0000|280.0000|"
+      "14.0000|5.0000|14.01|4205407|1401");
+  EXPECT_EQ(Documentos("R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO, R.ALIQUOTA"),
+            "0714|280.0000|4.0000|0.0000\n0910|280.0000|3.0000|0.0000\n1101|280.0000|1.0000|0.0000\n"
+            "1102|280.0000|2.0000|0.0000\n1103|280.0000|5.0000|0.0000");
+}
+
+// What a flag doesn't say counts against the note: cancelled, and retained.
+TEST_F(TSIGCORP, SinaisPorExclusaoELocalDoISS) {
+  int numero = 10;
+  for (const String trocas : {"= ativa  => =", "= ativa  => =Inativa", "=não => =NAO", "=não => =",
+                              "ValorBase=280 => ValorBase=0 | "
+                              "=não => =sim",
+                              "no prestador => no tomador", "=Florianópolis => =Nenhures",
+                              "=SIM => =Sim | 11222333000181 => 9 | "
+                              "CNPJ=99888777000166 => CPF=11222333000181",
+                              "CNPJ=99888777000166 => CPF= | =curitiba => =Nenhures | no prestador => x"})
+    Importar(fmt::format("NumeroNFe=7 => NumeroNFe={} | {}", numero++, trocas));
+  EXPECT_EQ(
+      Documentos("NUM_DOC, COD_SIT, TEMISSRETIDO, VL_BC_ISS, MUNICIPIODEVISS, A.COD_PART"),
+      "10|2|0|-|-|1\n11|2|0|-|-|1\n12|0|1|280.0000|4205407|1\n13|0|1|280.0000|4205407|1\n14|0|1|300.0000|4205407|1\n"
+      "15|0|0|280.0000|4106902|1\n16|0|0|280.0000|4106902|1\n17|0|0|280.0000|4205407|2\n18|0|0|280.0000|4205407|0");
+  EXPECT_EQ(Tabela("SELECT CNPJ, CPF, IE, OPTANTESIMPLES FROM ES02_REG0150"), "99888777000166||90|\n|9|ISENTO|N");
+  EXPECT_EQ(Tabela("SELECT VL_BC, VL_IMPOSTO FROM ES02_REGA17R WHERE COD_RECEITA = '1010'"),
+            "280.0000|14.0000\n280.0000|14.0000\n0.0000|14.0000");
+  EXPECT_EQ(Importar("ValorISS=14 => ValorISS=x") + Importar("11222333000181 => 9") + Importar("ns2:NFe => ns4:NFe"),
+            "false truefalse falsefalse false");
+}
+
+}  // namespace impnfse::testes::sigcorp
