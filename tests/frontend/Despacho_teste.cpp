@@ -4,6 +4,7 @@
 
 #include "ImportadorFalso.h"
 #include "NotaGINFES.h"
+#include "VXUtilsLista.h"
 
 namespace impnfse::testes::despacho {
 
@@ -78,6 +79,20 @@ TEST(Despacho, IPMPelaExtensaoSemAbrirOArquivo) {
   }
   EXPECT_THROW(front.BuscarIdentificacaoNFSe("17"), EArquivo);
   EXPECT_EQ(front.BuscarIdentificacaoNFSe("43"), 8) << "no refinement, no reading";
+}
+
+// The table of layouts in the documentation has exactly the codes that lead to an importer.
+TEST(Despacho, DocumentacaoDosLeiautes) {
+  String documentados, comImportador;
+  TStringList linhas;
+  linhas.LoadFromFile(IMPNFSE_DADOS "/../docs/layouts.md");
+  for (const auto& linha : linhas)
+    if (const auto codigo = StrToIntDef(linha.substr(std::min(linha.size(), std::size_t{1}), linha.find(" |") - 1), 0);
+        codigo > 0)
+      documentados += std::to_string(codigo) + " ";
+  for (int codigo = 0; codigo < 100; ++codigo)
+    if (!ImportadoresDoLeiaute(std::to_string(codigo)).empty()) comImportador += std::to_string(codigo) + " ";
+  EXPECT_EQ(documentados, comImportador);
 }
 
 using TTrabalhador = TTesteComImportador;
