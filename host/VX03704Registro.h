@@ -201,7 +201,7 @@ class TDadosRegistroA17R final : public TRegistroDe<TDadosRegistroA17R> {
   CAMPO(String, COD_RECEITA) /* 1010 ISS, 0714 IR, 0910 INSS, 1101 PIS, 1102 COFINS, 1103 CSLL */ \
   CAMPO(Currency, VL_BC)                                                                          \
   CAMPO(Currency, VL_IMPOSTO)                                                                     \
-  CAMPO(Currency, ALIQUOTA) /* 0 for all taxes but ISS */
+  CAMPO(Currency, ALIQUOTA) /* per cent; 0 where the layout gives the tax none */
   IMPNFSE_CAMPOS(TDadosRegistroA17R, IMPNFSE_CAMPOS_A17R)
 #undef IMPNFSE_CAMPOS_A17R
 

@@ -1,12 +1,9 @@
 #include "UnVX03704ImpNFSeSoftplan.h"
 
-#include "UnVX03704BaseFuncoes.h"
-#include "VX03704Erros.h"
+#include "UnVX03704ImpNFSeSoftplanComum.h"
 
 namespace impnfse {
 namespace {
-
-constexpr Currency kUmPorCento = Currency::DeDecimosDeMilesimo(100);
 
 // Both parties are told alike; but the issuer is of Brazil, whatever its address says.
 template <class Parte>
@@ -20,17 +17,6 @@ TDadosParte LerParte(const Parte& parte) {
           .BAIRRO = endereco.Texto("Bairro"),
           .UF = endereco.Texto("UF"),
           .MUNICIPIO = endereco.Texto("Municipio/NomeMunicipio")};
-}
-
-// A rate below 10% may be written as a fraction ("0.05"), which its beginning tells: "0.5" is half a percent. A
-// fraction that is no number is 0, where another rate raises.
-Currency BuscarAliquotaISSServico(const String& texto) {
-  if (Primeiros(texto, 3) != "0.0") return ConverterCurrency(texto);
-  try {
-    return ConverterCurrency(texto) * 100;
-  } catch (const EConversao&) {
-    return 0;
-  }
 }
 
 }  // namespace
@@ -59,10 +45,8 @@ String TNFSeSoftplan::GetChave() { return GetNota().Texto("CodigoVerificacao"); 
 
 TDateTime TNFSeSoftplan::GetData() { return ConverteData(GetNota().Texto("DataEmissao"), fdAnoMesDia); }
 
-// Without a number of its own a note goes by that of the note it replaces.
 int TNFSeSoftplan::BuscarNumeroDocumento() const {
-  const auto numero = BuscarSomenteNumeros(GetNota().Texto("NumeroSerie"));
-  return StrToIntDef(numero.empty() ? BuscarSomenteNumeros(GetNota().Texto("NumeroSerieSubst")) : numero, 0);
+  return softplan::BuscarNumeroDocumento(GetNota().Texto("NumeroSerie"), GetNota().Texto("NumeroSerieSubst"));
 }
 
 bool TNFSeSoftplan::DocumentoEstaCancelado() const { return Aparar(GetNota().Texto("StatusNFPSe")).starts_with('1'); }
@@ -110,7 +94,7 @@ void TNFSeSoftplan::CarregarA170() {
     item->SetQTD(ConverterCurrency(servico.Texto("Quantidade")));
     item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("CodigoAtividade")));
     item->SetCFOPISS(GetNota().Texto("CFPS"));
-    item->SetALIQ_ISS(BuscarAliquotaISSServico(servico.Texto("Aliquota")));
+    item->SetALIQ_ISS(softplan::BuscarAliquotaISSServico(servico.Texto("Aliquota")));
     if (item->GetALIQ_ISS() > 0) item->SetVL_BC_ISS(item->GetVL_ITEM());
     item->SetVL_ISS(BuscarValorISS(*item, servicos.Count() == 1));
     item->SetMUNICIPIODEVISS(MunicipioDevidoISS({GetNota().Texto("Tomador/Endereco/Municipio/CodigoMunicipio")}));
@@ -124,7 +108,7 @@ Currency TNFSeSoftplan::BuscarValorISS(const TDadosRegistroA170& item, bool unic
   const auto servico = GetNota().Filho<"DadosServico">();
   if (item.GetALIQ_ISS() <= 0 || ConverterCurrency(servico.Texto("BaseCalculo")) <= 0) return 0;
   return unico ? ConverterCurrency(servico.Texto("ValorISSQN"))
-               : item.GetVL_BC_ISS() * item.GetALIQ_ISS() * kUmPorCento;
+               : item.GetVL_BC_ISS() * item.GetALIQ_ISS() * softplan::kUmPorCento;
 }
 
 }  // namespace impnfse

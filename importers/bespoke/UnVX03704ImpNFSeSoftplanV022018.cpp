@@ -1,25 +1,12 @@
 #include "UnVX03704ImpNFSeSoftplanV022018.h"
 
-#include "UnVX03704BaseFuncoes.h"
-#include "VX03704Erros.h"
+#include "UnVX03704ImpNFSeSoftplanComum.h"
 #include "VXUtils.h"
 
 namespace impnfse {
 namespace {
 
-constexpr Currency kUmPorCento = Currency::DeDecimosDeMilesimo(100);
 constexpr int kCentavos = 2;
-
-// A rate below 10% may be written as a fraction ("0.05"), which its beginning tells: "0.5" is half a percent. A
-// fraction that is no number is 0, where another rate raises.
-Currency BuscarAliquotaISSServico(const String& texto) {
-  if (Primeiros(texto, 3) != "0.0") return ConverterCurrency(texto);
-  try {
-    return ConverterCurrency(texto) * 100;
-  } catch (const EConversao&) {
-    return 0;
-  }
-}
 
 // The issuer's city has a name and no code, its house no number.
 TDadosParte LerPrestador(const IXMLxmlNfpse& nota) {
@@ -69,10 +56,8 @@ String TNFSeSoftplan022018::GetChave() { return GetNota().Texto("codigoVerificac
 
 TDateTime TNFSeSoftplan022018::GetData() { return ConverteData(GetNota().Texto("dataEmissao"), fdAnoMesDia); }
 
-// Without a number of its own a note goes by that of the note it replaces.
 int TNFSeSoftplan022018::BuscarNumeroDocumento() const {
-  const auto numero = BuscarSomenteNumeros(GetNota().Texto("numeroSerie"));
-  return StrToIntDef(numero.empty() ? BuscarSomenteNumeros(GetNota().Texto("NumeroSerieSubst")) : numero, 0);
+  return softplan::BuscarNumeroDocumento(GetNota().Texto("numeroSerie"), GetNota().Texto("NumeroSerieSubst"));
 }
 
 bool TNFSeSoftplan022018::DocumentoEstaCancelado() const {
@@ -117,7 +102,7 @@ void TNFSeSoftplan022018::CarregouA170() {
     item->SetQTD(ConverterCurrency(servico.Texto("quantidade")));
     item->SetATIVIDADE(servico.Texto("codigoCNAE"));
     item->SetCFOPISS(GetNota().Texto("cfps"));
-    item->SetALIQ_ISS(BuscarAliquotaISSServico(servico.Texto("aliquota")));
+    item->SetALIQ_ISS(softplan::BuscarAliquotaISSServico(servico.Texto("aliquota")));
     if (item->GetALIQ_ISS() > 0) item->SetVL_BC_ISS(item->GetVL_ITEM());
     item->SetVL_ISS(BuscarValorISS(*item, servicos.Count() == 1));
     saldo -= item->GetVL_ISS();
@@ -132,8 +117,8 @@ void TNFSeSoftplan022018::CarregouA170() {
 // In cents: a single service has the note's, of several each has its own. A note without a base has none.
 Currency TNFSeSoftplan022018::BuscarValorISS(const TDadosRegistroA170& item, bool unico) const {
   if (item.GetALIQ_ISS() <= 0 || ConverterCurrency(GetNota().Texto("baseCalculo")) <= 0) return 0;
-  const auto valor =
-      unico ? ConverterCurrency(GetNota().Texto("valorISSQN")) : item.GetVL_BC_ISS() * item.GetALIQ_ISS() * kUmPorCento;
+  const auto valor = unico ? ConverterCurrency(GetNota().Texto("valorISSQN"))
+                           : item.GetVL_BC_ISS() * item.GetALIQ_ISS() * softplan::kUmPorCento;
   return TVXUtilsMatematica::Arredondar(valor, kCentavos);
 }
 
