@@ -17,16 +17,19 @@ constexpr std::string_view kSemCodigo = "SEMCOD";
 constexpr int kTipoItemServico = 9;
 constexpr int kUmaUnidade = 1;
 
+constexpr std::string_view kDivergencia =
+    "Existem divergências entre o leiaute da nota importada com o leiaute da NFSe suportada pelo sistema.Entre em "
+    "contato com a concessionária autorizada para que seja providenciada a correção/atualização do leiaute.";
+
 // COD_SIT.
 constexpr int kRegular = 0;
 constexpr int kCancelado = 2;
 
 }  // namespace
 
-int CodigoPais(std::string_view texto) {
-  const auto codigo = StrToIntDef(Aparar(texto), 0);
-  return codigo > 0 ? codigo : TDadosRegistro0150::kBrasil;
-}
+int CodigoPais(int codigo) { return codigo > 0 ? codigo : TDadosRegistro0150::kBrasil; }
+
+int CodigoPais(std::string_view texto) { return CodigoPais(StrToIntDef(Aparar(texto), 0)); }
 
 // Placing a note
 // -----------------------------------------------------------------------------------------------------
@@ -65,7 +68,7 @@ void TNFSeBase::GravarCodigoLeiauteNFSe() {
 }
 
 bool TNFSeBase::CarregarDosDoisLados(const String& numero, const std::function<void()>& carregarA100,
-                                     const String& prefixoErro) {
+                                     const std::optional<String>& prefixoErro) {
   bool carregou = false;
   const auto carregar = [&](const TBuscarID& busca, TTPEmpresaArquivo lado) {
     if (!busca.Carregou) return;
@@ -81,8 +84,18 @@ bool TNFSeBase::CarregarDosDoisLados(const String& numero, const std::function<v
   if (carregou) return true;
   SetTemErros(true);
   Erro = BuscarErroNaoGerouBloco0();
-  GetListaErros().Add(prefixoErro + Erro);
+  if (prefixoErro) GetListaErros().Add(*prefixoErro + Erro);
   return false;
+}
+
+void TNFSeBase::CarregarDeUmLado(const TBuscarID& lado, const std::function<void()>& carregarNotas) {
+  if (lado.Carregou) {
+    carregarNotas();
+  } else {
+    SetTemErros(true);
+    Erro = BuscarErroNaoGerouBloco0();
+  }
+  LimparDadosEmitenteDestinatario();
 }
 
 void TNFSeBase::ConcluirPeloErro() {
@@ -108,10 +121,13 @@ void TNFSeBase::IniciarProgresso(std::size_t quantidade) {
   barra->SetValorMaximo(static_cast<int>(quantidade));
 }
 
-void TNFSeBase::MostrarProgresso(std::size_t indice, std::size_t quantidade) {
+String TNFSeBase::TextoProgresso(std::size_t indice, std::size_t ultimo) const {
+  return fmt::format("Carregando documento {} de {}. {}", indice, ultimo, GetArquivo());
+}
+
+void TNFSeBase::MostrarProgresso(const String& texto) {
   if (BarraProgresso == nullptr) return;
-  BarraProgresso->BuscarBarraProgresso(kBarra)->SetTexto(fmt::format(kTextoProgresso, indice, quantidade - 1) +
-                                                         GetArquivo());
+  BarraProgresso->BuscarBarraProgresso(kBarra)->SetTexto(texto);
   Application->ProcessMessages();
 }
 
@@ -152,6 +168,7 @@ TDadosRegistroA100* TNFSeBase::GetDadosA100() {
 
 void TNFSeBase::IniciarA100() {
   DestroyA100();
+  *GetDados0150() = {};
   IDParticipante = 0;
 }
 
@@ -180,6 +197,16 @@ void TNFSeBase::CarregarExecucaoA100(TDateTime execucao) {
   a100.SetIND_PGTO("0");
   a100.SetDT_EXE_SERV(execucao);
   a100.SetCHV_NFSE(GetChave());
+}
+
+TDateTime TNFSeBase::ConverterDataLocalOuISO(const String& texto) {
+  const auto data = StrToDateDef(texto, 0);
+  return data > 0 ? data : ConverteData(texto, fdAnoMesDia);
+}
+
+TDateTime TNFSeBase::ConverterDataISOOuLocal(const String& texto) {
+  const auto data = ConverteData(texto, fdAnoMesDia);
+  return data > 0 ? data : StrToDateDef(texto, 0);
 }
 
 TDateTime TNFSeBase::ConverterDataPelaBarra(const String& texto) {
@@ -211,27 +238,29 @@ void TNFSeBase::ImportarA100() {
 // The participants
 // ---------------------------------------------------------------------------------------------------
 
-void TNFSeBase::CarregarEmitente(const TLerParte& lerParte) {
+void TNFSeBase::CarregarEmitente(const TLerParte& lerParte, TSemNumero semNumero) {
   const auto numero = GetCNPJCPFEmitente();
   if (numero == GetDadosEmpresaImportacao()->GetDadosFilial().CNPJ) return;
-  BuscarOuInserirParticipante(numero, GetIEEmitente(), lerParte());
+  BuscarOuInserirParticipante(numero, GetIEEmitente(), lerParte(), semNumero);
 }
 
 void TNFSeBase::CarregarDestinatario(const TLerParte& lerParte, TRegraDestinatario regra) {
   const auto numero = GetCNPJCPFDestinatario();
   const bool ehAFilial = numero == GetDadosEmpresaImportacao()->GetDadosFilial().CNPJ;
   if (ehAFilial && !(regra.PropriaEmpresa && GetCNPJCPFEmitente() == numero)) return;
-  const auto parte = lerParte();
-  if (EncontrouParticipante(numero, GetIEDestinatario(), parte.COD_MUN) || (numero.empty() && !regra.SemNumero)) return;
-  InserirParticipante(numero, GetIEDestinatario(), parte);
+  BuscarOuInserirParticipante(numero, GetIEDestinatario(), lerParte(),
+                              regra.SemNumero ? TSemNumero::Participa : TSemNumero::NaoParticipa);
 }
 
-void TNFSeBase::BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte) {
-  if (!EncontrouParticipante(numero, ie, parte.COD_MUN)) InserirParticipante(numero, ie, parte);
+void TNFSeBase::BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte,
+                                            TSemNumero semNumero) {
+  if (EncontrouParticipante(numero, ie, parte)) return;
+  if (!numero.empty() || semNumero == TSemNumero::Participa) InserirParticipante(numero, ie, parte);
 }
 
-bool TNFSeBase::EncontrouParticipante(const String& numero, const String& ie, int codMun) {
-  const TDadosPesquisaRegistro0150IOP chave{.CNPJCPF = numero, .IE = ie, .COD_MUN = codMun};
+bool TNFSeBase::EncontrouParticipante(const String& numero, const String& ie, const TDadosParte& parte) {
+  const TDadosPesquisaRegistro0150IOP chave{
+      .CNPJCPF = numero, .IE = ie, .COD_MUN = parte.BuscaSemMunicipio ? 0 : parte.COD_MUN};
   IDParticipante = BuscarIdParticipante(&chave);
   return IDParticipante != 0;
 }
@@ -252,7 +281,8 @@ void TNFSeBase::InserirParticipante(const String& numero, const String& ie, cons
   participante.SetNUM(parte.NUM);
   participante.SetCOMPL(parte.COMPL);
   participante.SetBAIRRO(parte.BAIRRO);
-  participante.SetUF(parte.UF.empty() ? BuscarUFMunicipio(std::to_string(parte.COD_MUN)) : parte.UF);
+  const bool ufDoMunicipio = parte.UF.empty() && !parte.SemUFDoMunicipio;
+  participante.SetUF(ufDoMunicipio ? BuscarUFMunicipio(std::to_string(parte.COD_MUN)) : parte.UF);
   participante.SetCOD_PAIS(parte.COD_PAIS);
   participante.SetOPTANTESIMPLES(parte.OPTANTESIMPLES);
   participante.SetMUNICIPIO(parte.MUNICIPIO);
@@ -317,6 +347,16 @@ String TNFSeBase::MunicipioDevidoISS(std::initializer_list<String> codigos) {
     if (StrToIntDef(digitos, 0) > 0) return digitos;
   }
   return MunicipioDaFilial();
+}
+
+void TNFSeBase::InserirMensagemDivergencia() {
+  auto& a100 = *GetDadosA100();
+  auto mensagem = std::make_unique<TDadosRegistro0000MSG>();
+  mensagem->SetIDREG(a100.GetIDREGA100());
+  mensagem->SetIDREG0000(a100.GetIDREG0000());
+  mensagem->SetINFORMACAO4(String(kDivergencia));
+  const auto chave = mensagem->GetChaveDicionario();
+  a100.GetListaMSG().Add(chave, std::move(mensagem));
 }
 
 void TNFSeBase::InserirRetencao(std::string_view codigo, Currency base, Currency valor, Currency aliquota) {

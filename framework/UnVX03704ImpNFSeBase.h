@@ -40,15 +40,18 @@ struct TDadosParte {
   String NUM = {};
   String COMPL = {};
   String BAIRRO = {};
-  String UF = {};  // empty: the state of COD_MUN
+  String UF = {};  // empty: the state of COD_MUN, unless told otherwise
   int COD_PAIS = TDadosRegistro0150::kBrasil;
-  bool SempreCNPJ = false;  // the number is stored as CNPJ whatever its length
+  bool SempreCNPJ = false;         // the number is stored as CNPJ whatever its length
+  bool SemUFDoMunicipio = false;   // an empty UF stays empty
+  bool BuscaSemMunicipio = false;  // known by number and registration, whatever the municipality
   String OPTANTESIMPLES = {};
   String MUNICIPIO = {};  // its name
   Int64 IDMUNICIPIO = 0;  // its id in CA06_MUNICIPIO
 };
 
-// The country's code, Brazil's unless the text, blanks aside, is a number above 0.
+// The country's code, Brazil's unless it is above 0; of a text, blanks aside.
+int CodigoPais(int codigo);
 int CodigoPais(std::string_view texto);
 
 // Which takers become participants besides those with a number that isn't the branch's.
@@ -124,9 +127,6 @@ class TNFSeBase : public TImpDocEletBase {
 
   const String& GetArquivo() const { return DadosArquivo.Arquivo; }
 
-  // The standard progress text.
-  static constexpr std::string_view kTextoProgresso = "Carregando documento {} de {}. ";
-
   // Runs `acao`. Any exception drops the document at hand, sets the error flag (unless told otherwise) and makes the
   // structure error the last error; nothing is added to the list. False when there was one.
   enum class TMarcaDeErro { TextoESinal, SoTexto };
@@ -143,9 +143,12 @@ class TNFSeBase : public TImpDocEletBase {
   // Calls `carregar` for each item in order, without a progress display. Where it returns a bool, false ends the loop.
   template <class Itens, class AcaoDaNota>
   void PercorrerNotas(const Itens& itens, AcaoDaNota carregar);
-  // The same with the progress display, if there is one.
+  // The same with the progress display, if there is one. It shows the standard text, or what `texto` makes of the
+  // note, its index and the last index.
   template <class Itens, class AcaoDaNota>
   void PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carregar);
+  template <class Itens, class AcaoDaNota, class TextoDaNota>
+  void PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carregar, TextoDaNota texto);
 
   // The same for a file of one note.
   template <class Acao>
@@ -156,9 +159,13 @@ class TNFSeBase : public TImpDocEletBase {
 
   // Places the note at hand on the company's branches: `carregarA100` runs once for each side that is one, and the
   // document is noted in the summary under `numero`. A note of which no side is one is an error, whose copy in the list
-  // begins with `prefixoErro`; the file goes on. Whether some side is.
+  // begins with `prefixoErro`, or stays out of it without one; the file goes on. Whether some side is.
   bool CarregarDosDoisLados(const String& numero, const std::function<void()>& carregarA100,
-                            const String& prefixoErro = {});
+                            const std::optional<String>& prefixoErro = "");
+
+  // Where one side stands for many notes: `carregarNotas` runs when that side, as asked, is a branch; otherwise all of
+  // them are one error, which stays out of the list.
+  void CarregarDeUmLado(const TBuscarID& lado, const std::function<void()>& carregarNotas);
 
   // The document
   // ----------------------------------------------------------------------------------------------------
@@ -173,10 +180,14 @@ class TNFSeBase : public TImpDocEletBase {
   using TImpDocEletBase::BuscarDiretorioDestinoArquivo;
   const String& BuscarDiretorioDestinoArquivo();
 
+  // The date of a text in the one form or the other, whichever is tried first and reads as one; 0 when neither does.
+  TDateTime ConverterDataLocalOuISO(const String& texto);
+  TDateTime ConverterDataISOOuLocal(const String& texto);
   // The date of a text that is day first when its third character is "/", else year first; 0 when it is none.
   TDateTime ConverterDataPelaBarra(const String& texto);
 
-  // Begins a document: nothing of an earlier one is left, and no participant is known.
+  // Begins a document: nothing of an earlier one is left, and no participant is known, also where the side and what
+  // belongs to it stay from note to note.
   void IniciarA100();
   // Its id, origin, destination, side and participant. Comes after the participants.
   void CarregarIdentificacaoA100();
@@ -196,17 +207,16 @@ class TNFSeBase : public TImpDocEletBase {
   // The participants
   // ------------------------------------------------------------------------------------------------
 
+  // Whether a party without a number becomes a participant, when none is known.
+  enum class TSemNumero { Participa, NaoParticipa };
   // The issuer (taker) as participant of the document, unless its number is the current branch's: the company doesn't
   // become its own participant. `lerParte` is asked only when needed.
   using TLerParte = std::function<TDadosParte()>;
-  void CarregarEmitente(const TLerParte& lerParte);
+  void CarregarEmitente(const TLerParte& lerParte, TSemNumero semNumero = TSemNumero::Participa);
   void CarregarDestinatario(const TLerParte& lerParte, TRegraDestinatario regra = {});
   // Makes the participant with that number and registration the document's: the one found, or a new one.
-  void BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte);
-  // Makes the participant with that number and registration the document's, when the company has it.
-  bool EncontrouParticipante(const String& numero, const String& ie, int codMun);
-  // Stores a new participant, and makes it the document's.
-  void InserirParticipante(const String& numero, const String& ie, const TDadosParte& parte);
+  void BuscarOuInserirParticipante(const String& numero, const String& ie, const TDadosParte& parte,
+                                   TSemNumero semNumero = TSemNumero::Participa);
 
   // The participant of the document, 0 when there is none: COD_PART.
   Int64 IDParticipante = 0;
@@ -223,6 +233,9 @@ class TNFSeBase : public TImpDocEletBase {
   String MunicipioDaFilial();
   // The digits of the first of the codes that is a number above 0, else the branch's municipality.
   String MunicipioDevidoISS(std::initializer_list<String> codigos);
+
+  // Adds the message that the note doesn't follow its layout to the document.
+  void InserirMensagemDivergencia();
 
   // Adds a retained tax. A value of 0 is added too: what is written is decided when the document is stored.
   void InserirRetencao(std::string_view codigo, Currency base, Currency valor, Currency aliquota = {});
@@ -243,8 +256,12 @@ class TNFSeBase : public TImpDocEletBase {
   // Remembers the layout for the current branch.
   void GravarCodigoLeiauteNFSe();
   void TratarErroEstrutura(TMarcaDeErro marca);
+  // Whether the company has the participant, which is then the document's.
+  bool EncontrouParticipante(const String& numero, const String& ie, const TDadosParte& parte);
+  void InserirParticipante(const String& numero, const String& ie, const TDadosParte& parte);
   void IniciarProgresso(std::size_t quantidade);
-  void MostrarProgresso(std::size_t indice, std::size_t quantidade);
+  String TextoProgresso(std::size_t indice, std::size_t ultimo) const;
+  void MostrarProgresso(const String& texto);
   void AvancarProgresso();
 
   std::unique_ptr<TDadosRegistroA100> DadosA100;
@@ -289,10 +306,18 @@ void TNFSeBase::PercorrerNotas(const Itens& itens, AcaoDaNota carregar) {
 
 template <class Itens, class AcaoDaNota>
 void TNFSeBase::PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carregar) {
+  PercorrerNotasComProgresso(itens, carregar, [&](const auto& /*nota*/, std::size_t indice, std::size_t ultimo) {
+    return TextoProgresso(indice, ultimo);
+  });
+}
+
+template <class Itens, class AcaoDaNota, class TextoDaNota>
+void TNFSeBase::PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carregar, TextoDaNota texto) {
   IniciarProgresso(itens.Count());
   for (std::size_t i = 0; i < itens.Count(); ++i) {
-    MostrarProgresso(i, itens.Count());
-    if (!CarregarESeguir(carregar, itens[i])) return;
+    const auto& nota = itens[i];
+    if (BarraProgresso != nullptr) MostrarProgresso(texto(nota, i, itens.Count() - 1));
+    if (!CarregarESeguir(carregar, nota)) return;
     AvancarProgresso();
   }
 }
@@ -300,7 +325,7 @@ void TNFSeBase::PercorrerNotasComProgresso(const Itens& itens, AcaoDaNota carreg
 template <class Acao>
 void TNFSeBase::CarregarUmaComProgresso(Acao carregar) {
   IniciarProgresso(1);
-  MostrarProgresso(1, 2);  // "1 de 1"
+  MostrarProgresso(TextoProgresso(1, 1));
   carregar();
   AvancarProgresso();
 }

@@ -86,6 +86,8 @@ class TDocumentoXML {
 // Reads a file in whatever encoding it declares. Raises EArquivo when it can't be read, EXML when it isn't well-formed.
 // Nothing outside the file is read; the expansion of entities and the depth are bounded.
 std::shared_ptr<const TDocumentoXML> LoadXMLDocument(const String& caminho);
+// The same of a document in memory.
+std::shared_ptr<const TDocumentoXML> LoadXMLTexto(std::string_view bytes);
 
 // A file of which several roots are tried. It is read and parsed once, and edited once per list of prefixes; what that
 // raised is raised again each time.

@@ -27,6 +27,7 @@
 #include <string_view>
 #include <vector>
 
+#include "VX03704Currency.h"
 #include "VX03704Erros.h"
 #include "XMLDocumento.h"
 
@@ -221,6 +222,9 @@ class TElemento {
     return String(folha == TNoXML::Nenhum ? passos.Padrao : FDocumento->Texto(folha));
   }
 
+  // The text at the path as a value; 0 for an empty one. Raises EConversao for what isn't a number.
+  Currency Valor(TCaminho<F, Tipo> caminho) const { return ConverterCurrency(Texto(caminho)); }
+
   // Whether the document has the element at the path of a text.
   bool Tem(TCaminho<F, Tipo> caminho) const { return Folha(caminho.Passos) != TNoXML::Nenhum; }
 
@@ -312,12 +316,16 @@ struct TRaiz {
   std::span<const std::string_view> Prefixos = {};  // taken out of the whole text first, in this order
 };
 
-// The root of the file; nothing when the document has another root. Raises EArquivo and EXML, as LoadXMLDocument does.
+// The root of the document; nothing when it has another one.
+template <class Elemento>
+std::optional<Elemento> Load(const std::shared_ptr<const TDocumentoXML>& documento, std::string_view tag) {
+  if (documento->Nome(documento->Raiz()) != tag) return std::nullopt;
+  return Elemento(documento, documento->Raiz());
+}
+// The same of a file. Raises EArquivo and EXML, as LoadXMLDocument does.
 template <class Elemento>
 std::optional<Elemento> Load(TArquivoXML& arquivo, const TRaiz& raiz) {
-  const auto& documento = arquivo.Documento(raiz.Prefixos);
-  if (documento->Nome(documento->Raiz()) != raiz.Tag) return std::nullopt;
-  return Elemento(documento, documento->Raiz());
+  return Load<Elemento>(arquivo.Documento(raiz.Prefixos), raiz.Tag);
 }
 template <class Elemento>
 std::optional<Elemento> Load(const String& caminho, const TRaiz& raiz) {

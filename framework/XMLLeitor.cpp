@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <exception>
+#include <functional>
 #include <limits>
 #include <unordered_map>
 
@@ -39,7 +40,9 @@ struct TDispersao {
 
 class TLeitorXML {
  public:
-  std::shared_ptr<const TDocumentoXML> Ler(const String& caminho);
+  // Gives the next bytes of the document, `maximo` at most; 0 at the end.
+  using TLerBytes = std::function<std::size_t(char* destino, std::size_t maximo)>;
+  std::shared_ptr<const TDocumentoXML> Ler(std::int64_t tamanhoTotal, const TLerBytes& lerBytes);
 
  private:
   static void Recusar(void* contexto, const char* motivo) {
@@ -195,23 +198,20 @@ xmlSAXHandler TLeitorXML::Eventos() {
   return sax;
 }
 
-std::shared_ptr<const TDocumentoXML> TLeitorXML::Ler(const String& caminho) {
-  TArquivoAberto arquivo(caminho);
-  // Places in a document are counted in 32 bits.
-  if (arquivo.Tamanho() > std::numeric_limits<std::int32_t>::max()) arquivo.Falhar(EFBIG);
-  FRestaDeTexto = 4 * arquivo.Tamanho() + kFolgaDeTexto;
-  FTextos.reserve(static_cast<std::size_t>(arquivo.Tamanho()) / 4);
+std::shared_ptr<const TDocumentoXML> TLeitorXML::Ler(std::int64_t tamanhoTotal, const TLerBytes& lerBytes) {
+  FRestaDeTexto = 4 * tamanhoTotal + kFolgaDeTexto;
+  FTextos.reserve(static_cast<std::size_t>(tamanhoTotal) / 4);
 
   // No exception may pass through the parser: one of the reading is kept until it has ended.
   struct TOrigem {
-    TArquivoAberto& Arquivo;
+    const TLerBytes& Ler;
     std::exception_ptr Falha;
-  } origem{arquivo, nullptr};
+  } origem{lerBytes, nullptr};
   const auto ler = [](void* o, char* bloco, int tamanho) {
     auto* const lida = static_cast<TOrigem*>(o);
     try {
-      return static_cast<int>(lida->Arquivo.Ler(bloco, static_cast<std::size_t>(tamanho)));
-    } catch (const EArquivo&) {
+      return static_cast<int>(lida->Ler(bloco, static_cast<std::size_t>(tamanho)));
+    } catch (const std::exception&) {
       lida->Falha = std::current_exception();
       return -1;
     }
@@ -247,6 +247,21 @@ std::shared_ptr<const TDocumentoXML> TLeitorXML::Ler(const String& caminho) {
   return documento;
 }
 
-std::shared_ptr<const TDocumentoXML> LoadXMLDocument(const String& caminho) { return TLeitorXML().Ler(caminho); }
+std::shared_ptr<const TDocumentoXML> LoadXMLDocument(const String& caminho) {
+  TArquivoAberto arquivo(caminho);
+  // Places in a document are counted in 32 bits.
+  if (arquivo.Tamanho() > std::numeric_limits<std::int32_t>::max()) arquivo.Falhar(EFBIG);
+  return TLeitorXML().Ler(arquivo.Tamanho(),
+                          [&](char* destino, std::size_t maximo) { return arquivo.Ler(destino, maximo); });
+}
+
+std::shared_ptr<const TDocumentoXML> LoadXMLTexto(std::string_view bytes) {
+  if (bytes.size() > std::numeric_limits<std::int32_t>::max()) throw EXML("O texto é grande demais para um documento.");
+  return TLeitorXML().Ler(static_cast<std::int64_t>(bytes.size()), [&](char* destino, std::size_t maximo) {
+    const auto lidos = bytes.copy(destino, maximo);
+    bytes.remove_prefix(lidos);
+    return lidos;
+  });
+}
 
 }  // namespace impnfse

@@ -33,6 +33,8 @@ String BuscarSomenteNumeros(std::string_view texto) {
   return digitos;
 }
 
+int InteiroDosDigitos(std::string_view texto) { return StrToIntDef(BuscarSomenteNumeros(texto), 0); }
+
 String BuscarUFMunicipio(const String& codigo) {
   const auto& dados = TSuite::Atual().ConsultarMemorizado(
       "SELECT FIRST 1 UF FROM CA06_MUNICIPIO WHERE CODIGOFEDERAL = " + CitarSQL(codigo));

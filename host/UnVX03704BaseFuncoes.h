@@ -13,6 +13,9 @@ namespace impnfse {
 // The decimal digits of the text, in order.
 String BuscarSomenteNumeros(std::string_view texto);
 
+// The number that these digits make; 0 without one, or beyond 32 bits.
+int InteiroDosDigitos(std::string_view texto);
+
 // The state of a municipality by federal code, from CA06_MUNICIPIO; empty when unknown. Raises EBanco, and
 // std::logic_error while no TSuite lives.
 String BuscarUFMunicipio(const String& codigo);

@@ -45,6 +45,17 @@ Currency Currency::operator*(Currency outro) const {
   return DeDecimosDeMilesimo(Caber(Inteiro128{FDecimosDeMilesimo} * outro.FDecimosDeMilesimo / kEscala));
 }
 
+Currency Currency::operator/(Currency outro) const {
+  if (outro.FDecimosDeMilesimo == 0) throw std::domain_error("divisão de um valor por zero");
+  const auto dividendo = Inteiro128{FDecimosDeMilesimo} * kEscala;
+  const Inteiro128 divisor = outro.FDecimosDeMilesimo;
+  const auto resto = dividendo % divisor;
+  const auto modulo = [](Inteiro128 valor) { return valor < 0 ? -valor : valor; };
+  const bool arredonda = modulo(resto) * 2 >= modulo(divisor);
+  const Inteiro128 passo = (dividendo < 0) == (divisor < 0) ? 1 : -1;
+  return DeDecimosDeMilesimo(Caber(dividendo / divisor + (arredonda ? passo : 0)));
+}
+
 std::string Currency::Texto() const {
   const bool negativo = FDecimosDeMilesimo < 0;
   const auto modulo =
@@ -56,6 +67,12 @@ std::string Currency::TextoCurto() const {
   auto texto = Texto();
   for (int i = 0; i < 2 && texto.back() == '0'; ++i) texto.pop_back();
   return texto;
+}
+
+Currency AplicarAliquota(Currency base, Currency aliquota) {
+  constexpr Inteiro128 kPorCento = 100 * Currency::kEscala;
+  return Currency::DeDecimosDeMilesimo(
+      Caber(Inteiro128{base.DecimosDeMilesimo()} * aliquota.DecimosDeMilesimo() / kPorCento));
 }
 
 Currency ConverterCurrency(std::string_view texto) {

@@ -30,6 +30,8 @@ class Currency {
   Currency operator-() const { return Currency() - *this; }
   // The product is computed in 128 bits and brought back in one division, toward zero.
   Currency operator*(Currency outro) const;
+  // Rounded to ten-thousandths, half away from zero. Raises std::domain_error by 0.
+  Currency operator/(Currency outro) const;
   Currency& operator+=(Currency outro) { return *this = *this + outro; }
   Currency& operator-=(Currency outro) { return *this = *this - outro; }
 
@@ -44,6 +46,9 @@ class Currency {
  private:
   std::int64_t FDecimosDeMilesimo = 0;
 };
+
+// What a rate in percent makes of a base, brought back in one division, toward zero.
+Currency AplicarAliquota(Currency base, Currency aliquota);
 
 // The decimal text of a note as a value. Surrounding blanks are dropped and an empty text is 0. With both "." and ","
 // the last of them is the decimal mark and the other groups thousands; one kind that occurs once is the decimal mark,

@@ -16,10 +16,8 @@ constexpr std::string_view kGrupos = "[[Descricao=";
 // The company's setting that takes the word "Valor:" out of a description.
 constexpr Int64 kRemoverValor = 4;
 
-constexpr Currency kUmPorCento = Currency::DeDecimosDeMilesimo(100);
-
 // A number of the service list, without its dots.
-int CodigoLST(const String& texto) { return StrToIntDef(BuscarSomenteNumeros(texto), 0); }
+int CodigoLST(const String& texto) { return InteiroDosDigitos(texto); }
 
 // The activity as the municipality taxes it, or when the note is silent about that, as the national list has it.
 String Tributacao(const IXMLDadosServicoAbrasf& servico) {
@@ -107,7 +105,7 @@ TItensNFSe TNFSeAbrasf::ProdutoDescricao(const String& s) {
   const auto servico = GetServico();
   const auto valores = servico.Filho<"Valores">();
   const auto valor = [&](TCaminho<kFormatoAbrasf, "ValoresDeclaracaoServico"> caminho) {
-    return ConverterCurrency(valores.Texto(caminho));
+    return valores.Valor(caminho);
   };
   TItensNFSe item{.FNumeroItem = 1, .FDescricao = std::move(descricao)};
   item.FValor = item.FValorUnitario = valor("ValorServicos");
@@ -129,7 +127,7 @@ TListaItensNFSe TNFSeAbrasf::ProdutosEntreColchetes(std::string_view s) {
   const auto servico = GetServico();
   const auto valores = servico.Filho<"Valores">();
   const auto valor = [&](TCaminho<kFormatoAbrasf, "ValoresDeclaracaoServico"> caminho) {
-    return ConverterCurrency(valores.Texto(caminho));
+    return valores.Valor(caminho);
   };
   const auto iss = valor("ValorIss");
   const auto aliquota = BuscarAliquotaISSServico(valores.Texto("Aliquota"));
@@ -152,7 +150,7 @@ TListaItensNFSe TNFSeAbrasf::ProdutosEntreColchetes(std::string_view s) {
     if (iss > 0) {
       const auto bruto = item.FValor > 0 ? item.FValor : item.FValorUnitario * item.FQuantidade;
       item.FBaseCalculoISS = Arredondar(bruto - item.FDeducao - item.FDesconto);
-      item.FValorISS = Arredondar(item.FAliquotaISS * item.FBaseCalculoISS * kUmPorCento);
+      item.FValorISS = Arredondar(AplicarAliquota(item.FBaseCalculoISS, item.FAliquotaISS));
       saldo -= item.FValorISS;
       if (s.empty()) item.FValorISS += saldo;
     }
@@ -200,9 +198,9 @@ TItensNFSe TNFSeAbrasf::ProdutoUnico(const String& s) {
   using TCaminhoValores = TCaminho<kFormatoAbrasf, "ValoresDeclaracaoServico">;
   using TCaminhoNota = TCaminho<kFormatoAbrasf, "ValoresNfse">;
   const auto ouDaNota = [&](Currency doServico, TCaminhoNota caminho) {
-    return ehRps && doServico == 0 ? ConverterCurrency(daNota.Texto(caminho)) : doServico;
+    return ehRps && doServico == 0 ? daNota.Valor(caminho) : doServico;
   };
-  const auto valor = [&](TCaminhoValores caminho) { return ConverterCurrency(valores.Texto(caminho)); };
+  const auto valor = [&](TCaminhoValores caminho) { return valores.Valor(caminho); };
 
   TItensNFSe item{.FNumeroItem = 1, .FDescricao = s};
   item.FISSRetido = ServicoTemISSRetido() || (ehRps && LerIssRetido(GetDeclaracao().Filho<"Servico">()) == "1");
@@ -212,7 +210,7 @@ TItensNFSe TNFSeAbrasf::ProdutoUnico(const String& s) {
   item.FBaseCalculoISS = valor("BaseCalculo");
   if ((EhForma({eaConsultarNfseRpsResposta, eaConsultarNfseFaixaResposta}) && item.FBaseCalculoISS == 0) ||
       EhLeiaute("58"))
-    item.FBaseCalculoISS = ConverterCurrency(daNota.Texto("BaseCalculo"));
+    item.FBaseCalculoISS = daNota.Valor("BaseCalculo");
   item.FBaseCalculoA17R = item.FBaseCalculoISS;
   item.FAliquotaISS = BuscarAliquotaISSServico(valores.Texto("Aliquota"));
   if (ehRps && item.FAliquotaISS == 0) item.FAliquotaISS = BuscarAliquotaISSServico(daNota.Texto("Aliquota"));

@@ -99,8 +99,8 @@ void TNFSeAbrasf::CarregarValoresA100() {
   auto& a100 = *GetDadosA100();
   CarregarExecucaoA100(BuscarDataExecucaoOuConclusaoServico());
   a100.SetVL_DOC(BuscarValorDocumento());
-  a100.SetVL_DESC(ConverterCurrency(valores.Texto("DescontoIncondicionado")));
-  a100.SetVL_ISS(ConverterCurrency(valores.Texto("ValorIss")));
+  a100.SetVL_DESC(valores.Valor("DescontoIncondicionado"));
+  a100.SetVL_ISS(valores.Valor("ValorIss"));
   FSomaValorRetencaoCOFINSA170 = FSomaValorRetencaoPISA170 = FSomaValorISSA170 = 0;
   CarregarA170();
   if (a100.GetVL_ISS() <= 0 && FSomaValorISSA170 > 0) a100.SetVL_ISS(FSomaValorISSA170);
@@ -111,13 +111,10 @@ void TNFSeAbrasf::CarregarValoresA100() {
 
 Currency TNFSeAbrasf::BuscarValorDocumento() const {
   if (EhForma({eaConsultarNfseServicoPrestadoResposta, eaConsultarNfseFaixaResposta}))
-    return ConverterCurrency(GetDeclaracao().Texto("Servico/Valores/ValorServicos"));
+    return GetDeclaracao().Valor("Servico/Valores/ValorServicos");
   const auto valores = GetServico().Filho<"Valores">();
-  const auto valor =
-      ConverterCurrency(valores.Texto("ValorServicos")) - ConverterCurrency(valores.Texto("DescontoIncondicionado"));
-  return EhForma({eaConsultarNfseRpsResposta}) && valor <= 0
-             ? ConverterCurrency(GetNota().Texto("ValoresNfse/ValorLiquidoNfse"))
-             : valor;
+  const auto valor = valores.Valor("ValorServicos") - valores.Valor("DescontoIncondicionado");
+  return EhForma({eaConsultarNfseRpsResposta}) && valor <= 0 ? GetNota().Valor("ValoresNfse/ValorLiquidoNfse") : valor;
 }
 
 TDateTime TNFSeAbrasf::BuscarDataExecucaoOuConclusaoServico() {
@@ -229,7 +226,7 @@ int TNFSeAbrasf::BuscarCodigoMunicipioTomador() const {
 int TNFSeAbrasf::BuscarCodigoPaisTomador() const {
   auto codigo = StrToIntDef(Aparar(GetTomadorServico().Texto("Endereco/CodigoPais")), 0);
   if (codigo == 0) codigo = StrToIntDef(GetDeclaracao().Texto("Tomador/Endereco/CodigoPais"), 0);
-  return codigo > 0 ? codigo : TDadosRegistro0150::kBrasil;
+  return CodigoPais(codigo);
 }
 
 // The items and the retained taxes

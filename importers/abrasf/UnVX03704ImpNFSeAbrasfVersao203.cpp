@@ -85,8 +85,8 @@ bool TNFSeAbrasf_v203::NotaEstaCancelado() const { return !FNotaCancelada.Texto(
 
 // The municipality's own figure stands in for a value that wasn't declared.
 Currency TNFSeAbrasf_v203::BuscarValorISS() const {
-  const auto declarado = ConverterCurrency(GetDeclaracao().Texto("Servico/Valores/ValorIss"));
-  return declarado == 0 ? ConverterCurrency(GetNota().Texto("ValoresNfse/ValorIss")) : declarado;
+  const auto declarado = GetDeclaracao().Valor("Servico/Valores/ValorIss");
+  return declarado == 0 ? GetNota().Valor("ValoresNfse/ValorIss") : declarado;
 }
 
 String TNFSeAbrasf_v203::BuscarCodigoMunicipioDevidoISS() {
@@ -103,14 +103,14 @@ void TNFSeAbrasf_v203::CarregouA100() {
   if (!NotaEstaCancelado()) {
     CarregarExecucaoA100(GetData());
     const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
-    const auto desconto = ConverterCurrency(valores.Texto("DescontoIncondicionado"));
-    const auto valor = ConverterCurrency(valores.Texto("ValorServicos")) - desconto;
+    const auto desconto = valores.Valor("DescontoIncondicionado");
+    const auto valor = valores.Valor("ValorServicos") - desconto;
     auto& a100 = *GetDadosA100();
-    a100.SetVL_DOC(valor > 0 ? valor : ConverterCurrency(GetNota().Texto("ValoresNfse/ValorLiquidoNfse")));
+    a100.SetVL_DOC(valor > 0 ? valor : GetNota().Valor("ValoresNfse/ValorLiquidoNfse"));
     a100.SetVL_DESC(desconto);
     a100.SetVL_ISS(BuscarValorISS());
-    a100.SetVL_PIS_RET(ConverterCurrency(valores.Texto("ValorPis")));
-    a100.SetVL_COFINS_RET(ConverterCurrency(valores.Texto("ValorCofins")));
+    a100.SetVL_PIS_RET(valores.Valor("ValorPis"));
+    a100.SetVL_COFINS_RET(valores.Valor("ValorCofins"));
     CarregouA170();
     CarregouA17R();
     MarcarISSRetido(GetDocumentoTemISSRetido());
@@ -129,7 +129,7 @@ void TNFSeAbrasf_v203::Carregou0150() {
         const auto tomador = GetDeclaracao().Filho<"Tomador">();
         auto dados = LerParteNacional(tomador);
         // Of the taker's code, unlike the issuer's, the dots don't count.
-        dados.COD_MUN = StrToIntDef(BuscarSomenteNumeros(tomador.Texto("Endereco/CodigoMunicipio")), 0);
+        dados.COD_MUN = InteiroDosDigitos(tomador.Texto("Endereco/CodigoMunicipio"));
         return dados;
       },
       {.PropriaEmpresa = true, .SemNumero = true});
@@ -143,26 +143,25 @@ Int64 TNFSeAbrasf_v203::Carregou0200() {
 void TNFSeAbrasf_v203::CarregouA170() {
   const auto servico = GetDeclaracao().Filho<"Servico">();
   const auto valores = servico.Filho<"Valores">();
-  const auto aliquota = ConverterCurrency(valores.Texto("Aliquota"));
+  const auto aliquota = valores.Valor("Aliquota");
   auto item = NovoA170(Carregou0200());
-  item->SetVL_ITEM(ConverterCurrency(valores.Texto("ValorServicos")));
+  item->SetVL_ITEM(valores.Valor("ValorServicos"));
   item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("ItemListaServico")));
-  item->SetVL_BC_ISS(ConverterCurrency(GetNota().Texto("ValoresNfse/BaseCalculo")));
-  item->SetDEDUCAOISS(ConverterCurrency(valores.Texto("ValorDeducoes")));
+  item->SetVL_BC_ISS(GetNota().Valor("ValoresNfse/BaseCalculo"));
+  item->SetDEDUCAOISS(valores.Valor("ValorDeducoes"));
   item->SetVL_ISS(BuscarValorISS());
-  item->SetALIQ_ISS(aliquota == 0 ? ConverterCurrency(GetNota().Texto("ValoresNfse/Aliquota")) : aliquota);
+  item->SetALIQ_ISS(aliquota == 0 ? GetNota().Valor("ValoresNfse/Aliquota") : aliquota);
   item->SetMUNICIPIODEVISS(BuscarCodigoMunicipioDevidoISS());
-  item->SetVL_DESC(ConverterCurrency(valores.Texto("DescontoIncondicionado")));
+  item->SetVL_DESC(valores.Valor("DescontoIncondicionado"));
   AdicionarA170(std::move(item));
 }
 
 // Retained is what was declared: here the municipality's figures don't stand in, except for the base.
 void TNFSeAbrasf_v203::CarregouA17R() {
   const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
-  const auto base = ConverterCurrency(GetNota().Texto("ValoresNfse/BaseCalculo"));
+  const auto base = GetNota().Valor("ValoresNfse/BaseCalculo");
   if (GetDocumentoTemISSRetido())
-    InserirRetencao(receita::kISS, base, ConverterCurrency(valores.Texto("ValorIss")),
-                    ConverterCurrency(valores.Texto("Aliquota")));
+    InserirRetencao(receita::kISS, base, valores.Valor("ValorIss"), valores.Valor("Aliquota"));
   InserirRetencoesFederais(base, LerRetencoesNacionais(valores));
 }
 

@@ -53,9 +53,8 @@ bool TNFSeBetha202::DocumentoTemISSRetido() const {
 
 Currency TNFSeBetha202::BuscarValorDocumento() const {
   const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
-  const auto valor =
-      ConverterCurrency(valores.Texto("ValorServicos")) - ConverterCurrency(valores.Texto("DescontoIncondicionado"));
-  return valor > 0 ? valor : ConverterCurrency(GetNota().Texto("ValoresNfse/ValorLiquidoNfse"));
+  const auto valor = valores.Valor("ValorServicos") - valores.Valor("DescontoIncondicionado");
+  return valor > 0 ? valor : GetNota().Valor("ValoresNfse/ValorLiquidoNfse");
 }
 
 // The service was done when its provisional receipt was given.
@@ -80,10 +79,10 @@ void TNFSeBetha202::CarregarA100() {
     const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
     auto& a100 = *GetDadosA100();
     a100.SetVL_DOC(BuscarValorDocumento());
-    a100.SetVL_DESC(ConverterCurrency(valores.Texto("DescontoIncondicionado")));
-    a100.SetVL_ISS(ConverterCurrency(valores.Texto("ValorIss")));
-    a100.SetVL_PIS_RET(ConverterCurrency(valores.Texto("ValorPis")));
-    a100.SetVL_COFINS_RET(ConverterCurrency(valores.Texto("ValorCofins")));
+    a100.SetVL_DESC(valores.Valor("DescontoIncondicionado"));
+    a100.SetVL_ISS(valores.Valor("ValorIss"));
+    a100.SetVL_PIS_RET(valores.Valor("ValorPis"));
+    a100.SetVL_COFINS_RET(valores.Valor("ValorCofins"));
     MarcarISSRetido(DocumentoTemISSRetido());
     CarregarA17R();
     CarregarA170();
@@ -107,10 +106,9 @@ Int64 TNFSeBetha202::Carregar0200() {
 
 void TNFSeBetha202::CarregarA17R() {
   const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
-  const auto base = ConverterCurrency(GetNota().Texto("ValoresNfse/BaseCalculo"));
+  const auto base = GetNota().Valor("ValoresNfse/BaseCalculo");
   if (DocumentoTemISSRetido())
-    InserirRetencao(receita::kISS, base, ConverterCurrency(valores.Texto("ValorIss")),
-                    ConverterCurrency(valores.Texto("Aliquota")));
+    InserirRetencao(receita::kISS, base, valores.Valor("ValorIss"), valores.Valor("Aliquota"));
   InserirRetencoesFederais(base, LerRetencoesNacionais(valores));
 }
 
@@ -119,12 +117,12 @@ void TNFSeBetha202::CarregarA170() {
   const auto servico = GetDeclaracao().Filho<"Servico">();
   const auto valores = servico.Filho<"Valores">();
   auto item = NovoA170(Carregar0200());
-  item->SetVL_ITEM(ConverterCurrency(valores.Texto("ValorServicos")));
+  item->SetVL_ITEM(valores.Valor("ValorServicos"));
   item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("ItemListaServico")));
-  item->SetVL_BC_ISS(ConverterCurrency(GetNota().Texto("ValoresNfse/BaseCalculo")));
-  item->SetVL_ISS(ConverterCurrency(valores.Texto("ValorIss")));
-  item->SetDEDUCAOISS(ConverterCurrency(valores.Texto("ValorDeducoes")));
-  item->SetALIQ_ISS(ConverterCurrency(valores.Texto("Aliquota")));
+  item->SetVL_BC_ISS(GetNota().Valor("ValoresNfse/BaseCalculo"));
+  item->SetVL_ISS(valores.Valor("ValorIss"));
+  item->SetDEDUCAOISS(valores.Valor("ValorDeducoes"));
+  item->SetALIQ_ISS(valores.Valor("Aliquota"));
   item->SetMUNICIPIODEVISS(BuscarCodigoMunicipioDevidoISS());
   AdicionarA170(std::move(item));
 }

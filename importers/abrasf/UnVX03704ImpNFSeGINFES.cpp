@@ -47,11 +47,7 @@ String TNFSeGINFES::GetCNPJCPFDestinatario() {
 
 String TNFSeGINFES::GetChave() { return GetNota().Texto("IdentificacaoNfse/CodigoVerificacao"); }
 
-TDateTime TNFSeGINFES::GetData() {
-  const auto emissao = GetNota().Texto("DataEmissao");
-  const auto data = StrToDateDef(emissao, 0);
-  return data > 0 ? data : ConverteData(emissao, fdAnoMesDia);
-}
+TDateTime TNFSeGINFES::GetData() { return ConverterDataLocalOuISO(GetNota().Texto("DataEmissao")); }
 
 // An empty flag is 2, not retained.
 bool TNFSeGINFES::DocumentoTemISSRetido() const {
@@ -60,8 +56,8 @@ bool TNFSeGINFES::DocumentoTemISSRetido() const {
 
 // Where the taker retains the ISS, its value stands in a field of its own.
 Currency TNFSeGINFES::ValorISS() const {
-  const auto valor = ConverterCurrency(GetNota().Texto("Servico/Valores/ValorIss"));
-  return valor > 0 ? valor : ConverterCurrency(GetNota().Texto("Servico/Valores/ValorIssRetido"));
+  const auto valor = GetNota().Valor("Servico/Valores/ValorIss");
+  return valor > 0 ? valor : GetNota().Valor("Servico/Valores/ValorIssRetido");
 }
 
 void TNFSeGINFES::CarregarA100() {
@@ -69,7 +65,7 @@ void TNFSeGINFES::CarregarA100() {
   Carregar0150();
   CarregarCabecalhoA100(StrToInt64Def(GetNota().Texto("IdentificacaoNfse/Numero"), 0));
   CarregarExecucaoA100(GetData());
-  GetDadosA100()->SetVL_DOC(ConverterCurrency(GetNota().Texto("Servico/Valores/ValorServicos")));
+  GetDadosA100()->SetVL_DOC(GetNota().Valor("Servico/Valores/ValorServicos"));
   GetDadosA100()->SetVL_ISS(ValorISS());
   MarcarISSRetido(DocumentoTemISSRetido());
   CarregarA17R();
@@ -86,9 +82,9 @@ void TNFSeGINFES::Carregar0150() {
 void TNFSeGINFES::CarregarA17R() {
   if (!DocumentoTemISSRetido()) return;
   const auto valores = GetNota().Filho<"Servico/Valores">();
-  const auto base = ConverterCurrency(valores.Texto("BaseCalculo"));
-  InserirRetencao(receita::kISS, base > 0 ? base : ConverterCurrency(valores.Texto("ValorServicos")),
-                  ConverterCurrency(valores.Texto("ValorIss")), ConverterCurrency(valores.Texto("Aliquota")));
+  const auto base = valores.Valor("BaseCalculo");
+  InserirRetencao(receita::kISS, base > 0 ? base : valores.Valor("ValorServicos"), valores.Valor("ValorIss"),
+                  valores.Valor("Aliquota"));
 }
 
 Int64 TNFSeGINFES::Carregar0200() {
@@ -99,11 +95,11 @@ Int64 TNFSeGINFES::Carregar0200() {
 void TNFSeGINFES::CarregarA170() {
   const auto servico = GetNota().Filho<"Servico">();
   auto item = NovoA170(Carregar0200());
-  item->SetVL_ITEM(ConverterCurrency(servico.Texto("Valores/ValorServicos")));
+  item->SetVL_ITEM(servico.Valor("Valores/ValorServicos"));
   item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("CodigoTributacaoMunicipio")));
-  item->SetVL_BC_ISS(ConverterCurrency(servico.Texto("Valores/BaseCalculo")));
+  item->SetVL_BC_ISS(servico.Valor("Valores/BaseCalculo"));
   item->SetVL_ISS(ValorISS());
-  item->SetALIQ_ISS(ConverterCurrency(servico.Texto("Valores/Aliquota")));
+  item->SetALIQ_ISS(servico.Valor("Valores/Aliquota"));
   item->SetAUX1(BuscarSomenteNumeros(GetNota().Texto("NaturezaOperacao")));
   AdicionarA170(std::move(item));
 }

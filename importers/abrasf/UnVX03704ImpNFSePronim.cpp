@@ -93,14 +93,14 @@ void TNFSePronim::CarregarA100() {
   CarregarCabecalhoA100(StrToInt64Def(FNota.Texto("Numero"), 0), FNotaCancelada);
   if (!FNotaCancelada) {
     const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
-    const auto desconto = ConverterCurrency(valores.Texto("DescontoIncondicionado"));
+    const auto desconto = valores.Valor("DescontoIncondicionado");
     CarregarExecucaoA100(GetData());
     auto& a100 = *GetDadosA100();
-    a100.SetVL_DOC(ConverterCurrency(valores.Texto("ValorServicos")) - desconto);
+    a100.SetVL_DOC(valores.Valor("ValorServicos") - desconto);
     a100.SetVL_DESC(desconto);
-    a100.SetVL_ISS(ConverterCurrency(valores.Texto("ValorIss")));
-    a100.SetVL_PIS_RET(ConverterCurrency(valores.Texto("ValorPis")));
-    a100.SetVL_COFINS_RET(ConverterCurrency(valores.Texto("ValorCofins")));
+    a100.SetVL_ISS(valores.Valor("ValorIss"));
+    a100.SetVL_PIS_RET(valores.Valor("ValorPis"));
+    a100.SetVL_COFINS_RET(valores.Valor("ValorCofins"));
     MarcarISSRetido(DocumentoTemISSRetido());
     CarregarA170();
     CarregarA17R();
@@ -126,27 +126,26 @@ Int64 TNFSePronim::Carregar0200() {
 void TNFSePronim::CarregarA170() {
   const auto servico = GetDeclaracao().Filho<"Servico">();
   const auto valores = servico.Filho<"Valores">();
-  const auto valorServicos = ConverterCurrency(valores.Texto("ValorServicos"));
-  const auto valorIss = ConverterCurrency(valores.Texto("ValorIss"));
-  const auto base = ConverterCurrency(FNota.Texto("ValoresNfse/BaseCalculo"));
+  const auto valorServicos = valores.Valor("ValorServicos");
+  const auto valorIss = valores.Valor("ValorIss");
+  const auto base = FNota.Valor("ValoresNfse/BaseCalculo");
   auto item = NovoA170(Carregar0200());
   item->SetVL_ITEM(valorServicos);
   item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("ItemListaServico")));
   item->SetVL_ISS(valorIss);
   // Where ISS is told without a base, it is due on the whole service. The retained taxes keep the base as told.
   item->SetVL_BC_ISS(base <= 0 && valorIss > 0 ? valorServicos : base);
-  item->SetALIQ_ISS(ConverterCurrency(valores.Texto("Aliquota")));
-  item->SetDEDUCAOISS(ConverterCurrency(valores.Texto("ValorDeducoes")));
+  item->SetALIQ_ISS(valores.Valor("Aliquota"));
+  item->SetDEDUCAOISS(valores.Valor("ValorDeducoes"));
   item->SetMUNICIPIODEVISS(BuscarCodigoMunicipioDevidoISS());
   AdicionarA170(std::move(item));
 }
 
 void TNFSePronim::CarregarA17R() {
   const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
-  const auto base = ConverterCurrency(FNota.Texto("ValoresNfse/BaseCalculo"));
+  const auto base = FNota.Valor("ValoresNfse/BaseCalculo");
   if (DocumentoTemISSRetido())
-    InserirRetencao(receita::kISS, base, ConverterCurrency(valores.Texto("ValorIss")),
-                    ConverterCurrency(valores.Texto("Aliquota")));
+    InserirRetencao(receita::kISS, base, valores.Valor("ValorIss"), valores.Valor("Aliquota"));
   InserirRetencoesFederais(base, LerRetencoesNacionais(valores));
 }
 

@@ -63,9 +63,7 @@ String TNFSeSystemSolucoesSistemasInformacoes::GetCNPJCPFDestinatario() {
 String TNFSeSystemSolucoesSistemasInformacoes::GetChave() { return FNota.Texto("CodigoVerificacao"); }
 
 TDateTime TNFSeSystemSolucoesSistemasInformacoes::GetData() {
-  const auto emissao = FNota.Texto("DataEmissao");
-  const auto data = ConverteData(emissao, fdAnoMesDia);
-  return data > 0 ? data : StrToDateDef(emissao, 0);
+  return ConverterDataISOOuLocal(FNota.Texto("DataEmissao"));
 }
 
 IXMLDeclaracaoSystemSolucoes TNFSeSystemSolucoesSistemasInformacoes::GetDeclaracao() const {
@@ -89,7 +87,7 @@ void TNFSeSystemSolucoesSistemasInformacoes::CarregarA100() {
   CarregarCabecalhoA100(StrToInt64Def(Ultimos(FNota.Texto("Numero"), 15), 0));
   CarregarExecucaoA100(GetData());
   auto& a100 = *GetDadosA100();
-  a100.SetVL_ISS(ConverterCurrency(FNota.Texto("ValoresNfse/ValorIss")));
+  a100.SetVL_ISS(FNota.Valor("ValoresNfse/ValorIss"));
   MarcarISSRetido(DocumentoTemISSRetido());
   FSomaValorDocumento = FSomaDesconto = FSomaPisRetido = FSomaCofinsRetido = 0;
   CarregarA17R();
@@ -120,22 +118,22 @@ void TNFSeSystemSolucoesSistemasInformacoes::CarregarA170() {
   int numero = 0;
   for (const auto& servico : servicos) {
     const auto valores = servico.Filho<"Valores">();
-    const auto valor = ConverterCurrency(valores.Texto("ValorServicos"));
-    auto desconto = ConverterCurrency(valores.Texto("Desconto"));
-    if (desconto <= 0) desconto = ConverterCurrency(valores.Texto("DescontoIncondicionado"));
+    const auto valor = valores.Valor("ValorServicos");
+    auto desconto = valores.Valor("Desconto");
+    if (desconto <= 0) desconto = valores.Valor("DescontoIncondicionado");
     FSomaValorDocumento += valor;
     FSomaDesconto += desconto;
 
     auto item = NovoA170(Carregar0200(servico), ++numero);
     item->SetVL_ITEM(valor);
     item->SetVL_DESC(desconto);
-    item->SetDEDUCAOISS(ConverterCurrency(valores.Texto("ValorDeducoes")));
+    item->SetDEDUCAOISS(valores.Valor("ValorDeducoes"));
     item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("ItemListaServico")));
-    item->SetALIQ_ISS(ConverterCurrency(resumo.Texto("Aliquota")));
+    item->SetALIQ_ISS(resumo.Valor("Aliquota"));
     // The summary's base and ISS are the whole note's: they are a service's only where it is the one service.
     const bool unico = servicos.Count() == 1;
-    item->SetVL_BC_ISS(unico ? ConverterCurrency(resumo.Texto("BaseCalculo")) : valor);
-    item->SetVL_ISS(ConverterCurrency(unico ? resumo.Texto("ValorIss") : valores.Texto("ValorIss")));
+    item->SetVL_BC_ISS(unico ? resumo.Valor("BaseCalculo") : valor);
+    item->SetVL_ISS(unico ? resumo.Valor("ValorIss") : valores.Valor("ValorIss"));
     item->SetMUNICIPIODEVISS(MunicipioDevidoISS(
         {servico.Texto("MunicipioIncidencia"), GetDeclaracao().Texto("Tomador/Endereco/CodigoMunicipio")}));
     AdicionarA170(std::move(item));
@@ -145,18 +143,16 @@ void TNFSeSystemSolucoesSistemasInformacoes::CarregarA170() {
 // The retained taxes are the note's, not an item's.
 void TNFSeSystemSolucoesSistemasInformacoes::CarregarA17R() {
   const auto resumo = FNota.Filho<"ValoresNfse">();
-  const auto base = ConverterCurrency(resumo.Texto("BaseCalculo"));
-  if (DocumentoTemISSRetido())
-    InserirRetencao(receita::kISS, base, ConverterCurrency(resumo.Texto("ValorIss")),
-                    ConverterCurrency(resumo.Texto("Aliquota")));
+  const auto base = resumo.Valor("BaseCalculo");
+  if (DocumentoTemISSRetido()) InserirRetencao(receita::kISS, base, resumo.Valor("ValorIss"), resumo.Valor("Aliquota"));
   TRetencoesFederais somas;
   for (const auto& servico : GetServicos()) {
     const auto valores = servico.Filho<"Valores">();
-    somas.IR += ConverterCurrency(valores.Texto("ValorIr"));
-    somas.INSS += ConverterCurrency(valores.Texto("ValorInss"));
-    somas.CSLL += ConverterCurrency(valores.Texto("ValorCsll"));
-    FSomaPisRetido += ConverterCurrency(valores.Texto("ValorPis"));
-    FSomaCofinsRetido += ConverterCurrency(valores.Texto("ValorCofins"));
+    somas.IR += valores.Valor("ValorIr");
+    somas.INSS += valores.Valor("ValorInss");
+    somas.CSLL += valores.Valor("ValorCsll");
+    FSomaPisRetido += valores.Valor("ValorPis");
+    FSomaCofinsRetido += valores.Valor("ValorCofins");
   }
   somas.PIS = FSomaPisRetido;
   somas.COFINS = FSomaCofinsRetido;

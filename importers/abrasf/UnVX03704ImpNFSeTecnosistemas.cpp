@@ -17,7 +17,7 @@ String CNPJCPF(const IXMLCpfCnpjTecnosistemas& documento) {
 TDadosParte LerParte(const String& nome, const IXMLEnderecoTecnosistemas& endereco) {
   auto parte = LerEnderecoNacional(endereco);
   parte.NOME = nome;
-  parte.COD_MUN = StrToIntDef(BuscarSomenteNumeros(endereco.Texto("CodigoMunicipio")), 0);
+  parte.COD_MUN = InteiroDosDigitos(endereco.Texto("CodigoMunicipio"));
   parte.COD_PAIS = CodigoPais(BuscarSomenteNumeros(endereco.Texto("CodigoPais")));
   return parte;
 }
@@ -77,7 +77,7 @@ void TNFSeTecnosistemas::CarregarA100() {
   CarregarA170();
   GetDadosA100()->SetVL_DOC(Somas.Documento - Somas.Desconto);
   GetDadosA100()->SetVL_DESC(Somas.Desconto);
-  GetDadosA100()->SetVL_ISS(ConverterCurrency(GetNota().Texto("ValoresNfse/ValorIss")));
+  GetDadosA100()->SetVL_ISS(GetNota().Valor("ValoresNfse/ValorIss"));
   MarcarISSRetido(DocumentoTemISSRetido());
   ConcluirA100();
 }
@@ -91,10 +91,9 @@ void TNFSeTecnosistemas::Carregar0150() {
         LerParte(declaracao.Texto("Prestador/RazaoSocial"), GetNota().Filho<"EnderecoPrestadorServico">()));
     return;
   }
-  const auto numero = GetCNPJCPFDestinatario();
-  const auto tomador = LerParte(declaracao.Texto("Tomador/RazaoSocial"), declaracao.Filho<"Tomador/Endereco">());
-  if (EncontrouParticipante(numero, GetIEDestinatario(), tomador.COD_MUN) || numero.empty()) return;
-  InserirParticipante(numero, GetIEDestinatario(), tomador);
+  BuscarOuInserirParticipante(GetCNPJCPFDestinatario(), GetIEDestinatario(),
+                              LerParte(declaracao.Texto("Tomador/RazaoSocial"), declaracao.Filho<"Tomador/Endereco">()),
+                              TSemNumero::NaoParticipa);
 }
 
 Int64 TNFSeTecnosistemas::Carregar0200(const IXMLServicoTecnosistemas& servico) {
@@ -111,14 +110,14 @@ void TNFSeTecnosistemas::CarregarA170(const IXMLServicoTecnosistemas& servico, i
   const auto valores = servico.Filho<"Valores">();
   auto item = NovoA170(Carregar0200(servico), numero);
   // The whole service is the base, deductions included.
-  item->SetVL_ITEM(ConverterCurrency(valores.Texto("ValorServicos")));
+  item->SetVL_ITEM(valores.Valor("ValorServicos"));
   item->SetVL_BC_ISS(item->GetVL_ITEM());
-  item->SetVL_DESC(ConverterCurrency(valores.Texto("DescontoIncondicionado")));
+  item->SetVL_DESC(valores.Valor("DescontoIncondicionado"));
   item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("ItemListaServico")));
   item->SetTPRECOLHIMENTO(servico.Texto("IssRetido"));
-  item->SetVL_ISS(ConverterCurrency(valores.Texto("ValorIss")));
-  item->SetALIQ_ISS(ConverterCurrency(valores.Texto("Aliquota")));
-  item->SetDEDUCAOISS(ConverterCurrency(valores.Texto("ValorDeducoes")));
+  item->SetVL_ISS(valores.Valor("ValorIss"));
+  item->SetALIQ_ISS(valores.Valor("Aliquota"));
+  item->SetDEDUCAOISS(valores.Valor("ValorDeducoes"));
   item->SetMUNICIPIODEVISS(
       MunicipioDevidoISS({servico.Texto("MunicipioIncidencia"), servico.Texto("CodigoMunicipio")}));
   item->SetAUX1(BuscarSomenteNumeros(Declaracao().Texto("NaturezaOperacao")));
@@ -126,19 +125,18 @@ void TNFSeTecnosistemas::CarregarA170(const IXMLServicoTecnosistemas& servico, i
   Somas.Documento += item->GetVL_ITEM();
   Somas.Desconto += item->GetVL_DESC();
   if (item->GetTPRECOLHIMENTO() == "1") Somas.ISSRetido += item->GetVL_ISS();
-  Somas.Federais.IR += ConverterCurrency(valores.Texto("ValorIr"));
-  Somas.Federais.INSS += ConverterCurrency(valores.Texto("ValorInss"));
-  Somas.Federais.PIS += ConverterCurrency(valores.Texto("ValorPis"));
-  Somas.Federais.COFINS += ConverterCurrency(valores.Texto("ValorCofins"));
-  Somas.Federais.CSLL += ConverterCurrency(valores.Texto("ValorCsll"));
+  Somas.Federais.IR += valores.Valor("ValorIr");
+  Somas.Federais.INSS += valores.Valor("ValorInss");
+  Somas.Federais.PIS += valores.Valor("ValorPis");
+  Somas.Federais.COFINS += valores.Valor("ValorCofins");
+  Somas.Federais.CSLL += valores.Valor("ValorCsll");
   AdicionarA170(std::move(item));
 }
 
 void TNFSeTecnosistemas::CarregarA17R() {
   const auto valores = GetNota().Filho<"ValoresNfse">();
-  const auto base = ConverterCurrency(valores.Texto("BaseCalculo"));
-  if (DocumentoTemISSRetido())
-    InserirRetencao(receita::kISS, base, Somas.ISSRetido, ConverterCurrency(valores.Texto("Aliquota")));
+  const auto base = valores.Valor("BaseCalculo");
+  if (DocumentoTemISSRetido()) InserirRetencao(receita::kISS, base, Somas.ISSRetido, valores.Valor("Aliquota"));
   InserirRetencoesFederais(base, Somas.Federais);
 }
 

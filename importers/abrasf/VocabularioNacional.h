@@ -37,11 +37,11 @@ String LerCnpjOuCpfNacional(const CpfCnpj& documento) {
 // The federal taxes among the `Valores` of a service.
 template <class Valores>
 TRetencoesFederais LerRetencoesNacionais(const Valores& valores) {
-  return {.IR = ConverterCurrency(valores.Texto("ValorIr")),
-          .INSS = ConverterCurrency(valores.Texto("ValorInss")),
-          .PIS = ConverterCurrency(valores.Texto("ValorPis")),
-          .COFINS = ConverterCurrency(valores.Texto("ValorCofins")),
-          .CSLL = ConverterCurrency(valores.Texto("ValorCsll"))};
+  return {.IR = valores.Valor("ValorIr"),
+          .INSS = valores.Valor("ValorInss"),
+          .PIS = valores.Valor("ValorPis"),
+          .COFINS = valores.Valor("ValorCofins"),
+          .CSLL = valores.Valor("ValorCsll")};
 }
 
 }  // namespace impnfse

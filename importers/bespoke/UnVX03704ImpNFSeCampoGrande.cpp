@@ -3,13 +3,6 @@
 #include "UnVX03704BaseFuncoes.h"
 
 namespace impnfse {
-namespace {
-
-constexpr std::string_view kDivergencia =
-    "Existem divergências entre o leiaute da nota importada com o leiaute da NFSe suportada pelo sistema.Entre em "
-    "contato com a concessionária autorizada para que seja providenciada a correção/atualização do leiaute.";
-
-}  // namespace
 
 void TNFSeCampoGrande::Carregar() {
   TNFSeBase::Carregar();
@@ -35,7 +28,7 @@ String TNFSeCampoGrande::GetChave() { return GetNota().Texto("CODIGO_VERIFICACAO
 
 TDateTime TNFSeCampoGrande::GetData() { return ConverteData(GetNota().Texto("DATA_HORA_EMISSAO"), fdDiaMesAno); }
 
-bool TNFSeCampoGrande::DocumentoTemISSRetido() const { return ConverterCurrency(GetNota().Texto("VALOR_ISS_RET")) > 0; }
+bool TNFSeCampoGrande::DocumentoTemISSRetido() const { return GetNota().Valor("VALOR_ISS_RET") > 0; }
 
 // A note that another one replaces isn't in force any more, but keeps its values; of every other situation but the
 // normal one the head is all.
@@ -53,10 +46,10 @@ void TNFSeCampoGrande::CarregarA100() {
 void TNFSeCampoGrande::CarregarValoresA100() {
   auto& a100 = *GetDadosA100();
   CarregarExecucaoA100(GetData());
-  a100.SetVL_DOC(ConverterCurrency(GetNota().Texto("VALOR_NOTA")));
-  a100.SetVL_PIS_RET(ConverterCurrency(GetNota().Texto("VALOR_PIS")));
-  a100.SetVL_COFINS_RET(ConverterCurrency(GetNota().Texto("VALOR_COFINS")));
-  a100.SetVL_ISS(ConverterCurrency(GetNota().Texto("VALOR_ISS")));
+  a100.SetVL_DOC(GetNota().Valor("VALOR_NOTA"));
+  a100.SetVL_PIS_RET(GetNota().Valor("VALOR_PIS"));
+  a100.SetVL_COFINS_RET(GetNota().Valor("VALOR_COFINS"));
+  a100.SetVL_ISS(GetNota().Valor("VALOR_ISS"));
   MarcarISSRetido(DocumentoTemISSRetido());
   CarregarA170();
   CarregarA17R();
@@ -98,15 +91,15 @@ void TNFSeCampoGrande::CarregarA170() {
   const auto linhas = GetNota().Itens<"ITENS/ITEM">();
   int numero = 0;
   for (const auto& linha : linhas) {
-    const auto total = ConverterCurrency(linha.Texto("VALOR_TOTAL"));
-    const auto quantidade = ConverterCurrency(linha.Texto("QUANTIDADE"));
+    const auto total = linha.Valor("VALOR_TOTAL");
+    const auto quantidade = linha.Valor("QUANTIDADE");
     auto item = NovoA170(Carregar0200(linha), ++numero);
     item->SetVL_ITEM(total);
     if (quantidade > 0) item->SetQTD(quantidade);
     item->SetATIVIDADE(FormatarCodigoAtividade(GetNota().Texto("COS_SERVICO")));
     item->SetVL_BC_ISS(total);
     item->SetVL_ISS(BuscarValorISS(linha, linhas.Count() == 1));
-    item->SetALIQ_ISS(ConverterCurrency(GetNota().Texto("ALIQUOTA")));
+    item->SetALIQ_ISS(GetNota().Valor("ALIQUOTA"));
     item->SetMUNICIPIODEVISS(BuscarMunicipioDevidoISS());
     AdicionarA170(std::move(item));
   }
@@ -115,9 +108,9 @@ void TNFSeCampoGrande::CarregarA170() {
 // The only service of a note takes the note's ISS when it has none of its own; among several the note's can't be
 // shared out.
 Currency TNFSeCampoGrande::BuscarValorISS(const IXMLCampoGrande<"Item">& linha, bool unica) const {
-  const auto valor = ConverterCurrency(linha.Texto("VALOR_ISS_UNITARIO"));
+  const auto valor = linha.Valor("VALOR_ISS_UNITARIO");
   const bool daNota = unica && valor <= 0 && Maiusculas(linha.Texto("TRIBUTAVEL")) == "S";
-  return daNota ? ConverterCurrency(GetNota().Texto("VALOR_ISS")) : valor;
+  return daNota ? GetNota().Valor("VALOR_ISS") : valor;
 }
 
 // The place of the service, else the city of the note, which is taken to lie in the same state, else the issuer's.
@@ -136,25 +129,15 @@ String TNFSeCampoGrande::BuscarMunicipioDevidoISS() {
 // The deductions of the services are read here and nowhere else, so that one that can't be read costs the note its
 // deductions and a message, not the file its import.
 Currency TNFSeCampoGrande::BaseRetencoes() {
-  const auto valorNota = ConverterCurrency(GetNota().Texto("VALOR_NOTA"));
+  const auto valorNota = GetNota().Valor("VALOR_NOTA");
   try {
     Currency deducao;
-    for (const auto& linha : GetNota().Itens<"ITENS/ITEM">()) deducao += ConverterCurrency(linha.Texto("DEDUCAO"));
+    for (const auto& linha : GetNota().Itens<"ITENS/ITEM">()) deducao += linha.Valor("DEDUCAO");
     return valorNota - deducao;
   } catch (const std::exception&) {
     InserirMensagemDivergencia();
     return valorNota;
   }
-}
-
-void TNFSeCampoGrande::InserirMensagemDivergencia() {
-  auto& a100 = *GetDadosA100();
-  auto mensagem = std::make_unique<TDadosRegistro0000MSG>();
-  mensagem->SetIDREG(a100.GetIDREGA100());
-  mensagem->SetIDREG0000(a100.GetIDREG0000());
-  mensagem->SetINFORMACAO4(String(kDivergencia));
-  const auto chave = mensagem->GetChaveDicionario();
-  a100.GetListaMSG().Add(chave, std::move(mensagem));
 }
 
 void TNFSeCampoGrande::CarregarA17R() {

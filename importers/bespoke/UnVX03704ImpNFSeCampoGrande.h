@@ -28,7 +28,6 @@ class TNFSeCampoGrande final : public TNFSeBase {
   Int64 Carregar0200(const IXMLCampoGrande<"Item">& linha);
   void CarregarA170();
   void CarregarA17R();
-  void InserirMensagemDivergencia();
 
   bool DocumentoTemISSRetido() const;
   Currency BaseRetencoes();

@@ -82,10 +82,10 @@ void TNFSeEquiplanoSistemas::CarregarA100() {
 void TNFSeEquiplanoSistemas::CarregarValoresA100() {
   auto& a100 = *GetDadosA100();
   CarregarExecucaoA100(GetData());
-  a100.SetVL_DOC(ConverterCurrency(GetNota().Texto("vlTotalNota")));
-  a100.SetVL_ISS(ConverterCurrency(GetNota().Texto("vlImposto")));
-  a100.SetVL_PIS_RET(ConverterCurrency(GetNota().Texto("vlPis")));
-  a100.SetVL_COFINS_RET(ConverterCurrency(GetNota().Texto("vlCofins")));
+  a100.SetVL_DOC(GetNota().Valor("vlTotalNota"));
+  a100.SetVL_ISS(GetNota().Valor("vlImposto"));
+  a100.SetVL_PIS_RET(GetNota().Valor("vlPis"));
+  a100.SetVL_COFINS_RET(GetNota().Valor("vlCofins"));
   MarcarISSRetido(DocumentoTemISSRetido());
   CarregarA17R();
   CarregarA170();
@@ -97,6 +97,7 @@ void TNFSeEquiplanoSistemas::Carregar0150() {
     const auto prestador = GetNota().Filho<"prestadorServico">();
     auto parte = LerParte(prestador);
     parte.NOME = prestador.Texto("nmPrestador");
+    parte.SemUFDoMunicipio = true;
     parte.OPTANTESIMPLES = Palavra(GetNota().Texto("isOptanteSimplesNacional")) == "NÃO OPTANTE" ? "N" : "S";
     return parte;
   });
@@ -116,21 +117,19 @@ Int64 TNFSeEquiplanoSistemas::Carregar0200() {
 void TNFSeEquiplanoSistemas::CarregarA170() {
   const auto servico = GetNota().Filho<"servicos/servico">();
   auto item = NovoA170(Carregar0200());
-  item->SetVL_ITEM(ConverterCurrency(servico.Texto("vlServico")));
+  item->SetVL_ITEM(servico.Valor("vlServico"));
   item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("nrServico")));
-  item->SetDEDUCAOISS(ConverterCurrency(servico.Texto("vlDeducao")));
-  item->SetVL_BC_ISS(ConverterCurrency(GetNota().Texto("vlBaseCalculo")));
-  item->SetVL_ISS(ConverterCurrency(GetNota().Texto("vlImposto")));
-  item->SetALIQ_ISS(ConverterCurrency(servico.Texto("vlAliquota")));
+  item->SetDEDUCAOISS(servico.Valor("vlDeducao"));
+  item->SetVL_BC_ISS(GetNota().Valor("vlBaseCalculo"));
+  item->SetVL_ISS(GetNota().Valor("vlImposto"));
+  item->SetALIQ_ISS(servico.Valor("vlAliquota"));
   item->SetMUNICIPIODEVISS(MunicipioDevidoISS({GetNota().Texto("tomadorServico/cdIbge")}));
   AdicionarA170(std::move(item));
 }
 
 // Each of the retained taxes has a rate of its own here.
 void TNFSeEquiplanoSistemas::CarregarA17R() {
-  const auto valor = [&](TCaminho<kFormatoEquiplano, "Nfs"> caminho) {
-    return ConverterCurrency(GetNota().Texto(caminho));
-  };
+  const auto valor = [&](TCaminho<kFormatoEquiplano, "Nfs"> caminho) { return GetNota().Valor(caminho); };
   const auto base = valor("vlBaseCalculo");
   if (DocumentoTemISSRetido())
     InserirRetencao(receita::kISS, base, valor("vlImposto"), valor("servicos/servico/vlAliquota"));

@@ -11,11 +11,6 @@ namespace impnfse {
 namespace {
 
 // The country's code as it stands: a blank behind the number makes it Brazil's, as does any number not above 0.
-int LerPais(const String& codigo) {
-  const auto pais = StrToIntDef(codigo, 0);
-  return pais > 0 ? pais : TDadosRegistro0150::kBrasil;
-}
-
 template <class Endereco>
 TDadosParte LerEndereco(const Endereco& endereco) {
   return {.ENDERECO = endereco.Texto("xLgr"),
@@ -23,7 +18,7 @@ TDadosParte LerEndereco(const Endereco& endereco) {
           .COMPL = endereco.Texto("xCpl"),
           .BAIRRO = endereco.Texto("xBairro"),
           .UF = endereco.Texto("UF"),
-          .COD_PAIS = LerPais(endereco.Texto("cPais")),
+          .COD_PAIS = CodigoPais(StrToIntDef(endereco.Texto("cPais"), 0)),
           .MUNICIPIO = endereco.Texto("xMun")};
 }
 
@@ -113,11 +108,7 @@ String TNFSeINFISC::GetCNPJCPFDestinatario() { return GetNota().Texto("TomS/Docu
 
 String TNFSeINFISC::GetIEDestinatario() { return GetNota().Texto("TomS/IE"); }
 
-TDateTime TNFSeINFISC::GetData() {
-  const auto emissao = GetNota().Texto("Id/dEmi");
-  const auto data = StrToDateDef(emissao, 0);
-  return data > 0 ? data : ConverteData(emissao, fdAnoMesDia);
-}
+TDateTime TNFSeINFISC::GetData() { return ConverterDataLocalOuISO(GetNota().Texto("Id/dEmi")); }
 
 String TNFSeINFISC::GetChave() {
   const auto referencia = GetNota().Texto("Id/refNF");
@@ -130,16 +121,15 @@ bool TNFSeINFISC::DocumentoEstaCancelado() const {
 
 // In Rio Grande do Sul only the note's total decides.
 bool TNFSeINFISC::DocumentoTemISSRetido() const {
-  if (ConverterCurrency(GetNota().Texto("total/ISS/vSTISS")) > 0) return true;
+  if (GetNota().Valor("total/ISS/vSTISS") > 0) return true;
   if (TomadorNoRS()) return false;
   for (const auto& det : GetNota().Itens<"det">())
-    if (ConverterCurrency(det.Texto("ISSST/vISSST")) > 0) return true;
+    if (det.Valor("ISSST/vISSST") > 0) return true;
   return false;
 }
 
 bool TNFSeINFISC::ExisteFatura() const {
-  return ConverterCurrency(GetNota().Texto("faturas/fat/vFat")) > 0 ||
-         ConverterCurrency(GetNota().Texto("total/fat/vLiq")) > 0;
+  return GetNota().Valor("faturas/fat/vFat") > 0 || GetNota().Valor("total/fat/vLiq") > 0;
 }
 
 // An invoice is due year first, a duplicate day first.
@@ -169,7 +159,7 @@ void TNFSeINFISC::CarregarA100() {
 
 void TNFSeINFISC::CarregarValoresA100() {
   const auto total = GetNota().Filho<"total">();
-  const auto valor = [&](TCaminho<kFormatoINFISC, "Total"> caminho) { return ConverterCurrency(total.Texto(caminho)); };
+  const auto valor = [&](TCaminho<kFormatoINFISC, "Total"> caminho) { return total.Valor(caminho); };
   const auto ouTotal = [](Currency daNota, const TTotal& dosItens) { return daNota > 0 ? daNota : dosItens.Valor; };
   auto& a100 = *GetDadosA100();
   CarregarExecucaoA100(BuscarDataExecucaoOuConclusaoServico());
@@ -232,18 +222,18 @@ void TNFSeINFISC::CarregarA170() {
 void TNFSeINFISC::CarregarA170(const IXMLINFISC<"Det">& det, std::size_t indice) {
   const auto serv = det.Filho<"serv">();
   auto item = NovoA170(Carregar0200(serv), StrToIntDef(det.Texto("nItem"), 0));
-  item->SetQTD(ConverterCurrency(serv.Texto("qTrib")));
-  item->SetVL_ITEM(ConverterCurrency(serv.Texto("vUnit")) * item->GetQTD());
-  item->SetVL_DESC(ConverterCurrency(serv.Texto("vDesc")));
+  item->SetQTD(serv.Valor("qTrib"));
+  item->SetVL_ITEM(serv.Valor("vUnit") * item->GetQTD());
+  item->SetVL_DESC(serv.Valor("vDesc"));
   item->SetATIVIDADE(serv.Texto("cServ"));
-  item->SetVL_BC_ISS(ConverterCurrency(serv.Texto("vBCISS")));
-  item->SetALIQ_ISS(ConverterCurrency(serv.Texto("pISS")));
-  item->SetVL_ISS(ConverterCurrency(serv.Texto("vISS")));
-  if (item->GetVL_ISS() <= 0 && ConverterCurrency(det.Texto("ISSST/vISSST")) > 0) {
-    const auto aliquota = ConverterCurrency(det.Texto("ISSST/pISSST"));
-    item->SetVL_BC_ISS(ConverterCurrency(det.Texto("ISSST/vBCST")));
+  item->SetVL_BC_ISS(serv.Valor("vBCISS"));
+  item->SetALIQ_ISS(serv.Valor("pISS"));
+  item->SetVL_ISS(serv.Valor("vISS"));
+  if (item->GetVL_ISS() <= 0 && det.Valor("ISSST/vISSST") > 0) {
+    const auto aliquota = det.Valor("ISSST/pISSST");
+    item->SetVL_BC_ISS(det.Valor("ISSST/vBCST"));
     if (aliquota > 0) item->SetALIQ_ISS(aliquota);
-    item->SetVL_ISS(ConverterCurrency(det.Texto("ISSST/vISSST")));
+    item->SetVL_ISS(det.Valor("ISSST/vISSST"));
   }
   item->SetUNID(serv.Texto("uTrib"));
   item->SetMUNICIPIODEVISS(BuscarMunicipioDevidoISS(serv));
@@ -264,10 +254,9 @@ String TNFSeINFISC::BuscarMunicipioDevidoISS(const IXMLINFISC<"Serv">& serv) {
 // Outside of Rio Grande do Sul an item without ISS of its own counts with what its taker substitutes.
 void TNFSeINFISC::SomarItem(const IXMLINFISC<"Det">& det) {
   const auto serv = det.Filho<"serv">();
-  const auto valor = [&](TCaminho<kFormatoINFISC, "Serv"> caminho) { return ConverterCurrency(serv.Texto(caminho)); };
+  const auto valor = [&](TCaminho<kFormatoINFISC, "Serv"> caminho) { return serv.Valor(caminho); };
   if (valor("vISS") + valor("vBCISS") <= 0 && !TomadorNoRS()) {
-    FISS.Somar(ConverterCurrency(det.Texto("ISSST/pISSST")), ConverterCurrency(det.Texto("ISSST/vISSST")),
-               ConverterCurrency(det.Texto("ISSST/vBCST")));
+    FISS.Somar(det.Valor("ISSST/pISSST"), det.Valor("ISSST/vISSST"), det.Valor("ISSST/vBCST"));
   } else {
     FISS.Somar(valor("pISS"), valor("vISS"), valor("vBCISS"));
   }
@@ -281,10 +270,9 @@ void TNFSeINFISC::SomarItem(const IXMLINFISC<"Det">& det) {
 void TNFSeINFISC::CarregarA17R() {
   if (DocumentoTemISSRetido())
     for (const auto& det : GetNota().Itens<"det">())
-      InserirRetencao(receita::kISS, ConverterCurrency(det.Texto("ISSST/vBCST")),
-                      ConverterCurrency(det.Texto("ISSST/vISSST")), ConverterCurrency(det.Texto("ISSST/pISSST")));
+      InserirRetencao(receita::kISS, det.Valor("ISSST/vBCST"), det.Valor("ISSST/vISSST"), det.Valor("ISSST/pISSST"));
   const auto ret = GetNota().Filho<"total/Ret">();
-  const auto valor = [&](TCaminho<kFormatoINFISC, "Ret"> caminho) { return ConverterCurrency(ret.Texto(caminho)); };
+  const auto valor = [&](TCaminho<kFormatoINFISC, "Ret"> caminho) { return ret.Valor(caminho); };
   InserirRetencaoOuTotal(receita::kIR, valor("pRetIRF"), valor("vRetIRF"), FIR);
   if (FINSS.Valor > 0) InserirRetencao(receita::kINSS, FINSS.Base, FINSS.Valor, FINSS.Aliquota);
   InserirRetencaoOuTotal(receita::kPIS, valor("pRetLei10833-PIS-PASEP"), valor("vRetLei10833-PIS-PASEP"), FPIS);
@@ -296,7 +284,7 @@ void TNFSeINFISC::CarregarA17R() {
 void TNFSeINFISC::InserirRetencaoOuTotal(std::string_view codigo, Currency aliquota, Currency valor,
                                          const TTotal& total) {
   if (valor > 0)
-    InserirRetencao(codigo, ConverterCurrency(GetNota().Texto("total/vtNF")), valor, aliquota);
+    InserirRetencao(codigo, GetNota().Valor("total/vtNF"), valor, aliquota);
   else
     InserirRetencao(codigo, total.Base, total.Valor, total.Aliquota);
 }

@@ -73,12 +73,12 @@ void TNFSeIPM::CarregarValoresA100() {
   const auto nf = GetNota().Filho<"nf">();
   auto& a100 = *GetDadosA100();
   CarregarExecucaoA100(GetData());
-  a100.SetVL_DOC(ConverterCurrency(nf.Texto("valor_total")));
-  a100.SetVL_DESC(ConverterCurrency(nf.Texto("valor_desconto")));
+  a100.SetVL_DOC(nf.Valor("valor_total"));
+  a100.SetVL_DESC(nf.Valor("valor_desconto"));
   CarregarA170();
   CarregarA17R();
-  a100.SetVL_PIS_RET(ConverterCurrency(nf.Texto("valor_pis")));
-  a100.SetVL_COFINS_RET(ConverterCurrency(nf.Texto("valor_cofins")));
+  a100.SetVL_PIS_RET(nf.Valor("valor_pis"));
+  a100.SetVL_COFINS_RET(nf.Valor("valor_cofins"));
   a100.SetVL_ISS(FValorISS);
 }
 
@@ -120,9 +120,9 @@ void TNFSeIPM::CarregarA170() {
 
 // A service without a rate has no base, though it may have ISS. Its quantity isn't read: the value is the line's whole.
 void TNFSeIPM::CarregarA170(const IXMLIPM<"Lista">& lista, int numero) {
-  const auto tributavel = ConverterCurrency(lista.Texto("valor_tributavel"));
-  const auto aliquota = ConverterCurrency(lista.Texto("aliquota_item_lista_servico"));
-  const auto iss = ConverterCurrency(lista.Texto("valor_issrf"));
+  const auto tributavel = lista.Valor("valor_tributavel");
+  const auto aliquota = lista.Valor("aliquota_item_lista_servico");
+  const auto iss = lista.Valor("valor_issrf");
   auto item = NovoA170(Carregar0200(lista), numero);
   item->SetVL_ITEM(tributavel);
   item->SetATIVIDADE(FormatarCodigoAtividade(lista.Texto("codigo_item_lista_servico")));
@@ -130,7 +130,7 @@ void TNFSeIPM::CarregarA170(const IXMLIPM<"Lista">& lista, int numero) {
   if (aliquota > 0) item->SetVL_BC_ISS(tributavel);
   item->SetVL_ISS(iss);
   FValorISS += iss;
-  item->SetDEDUCAOISS(ConverterCurrency(lista.Texto("valor_deducao")));
+  item->SetDEDUCAOISS(lista.Valor("valor_deducao"));
   item->SetMUNICIPIODEVISS(BuscarCodigoMunicipioDevidoISS(lista));
   item->SetAUX1(String(Aparar(lista.Texto("situacao_tributaria"))));
   AdicionarA170(std::move(item));
@@ -148,12 +148,11 @@ String TNFSeIPM::BuscarCodigoMunicipioDevidoISS(const IXMLIPM<"Lista">& lista) {
 
 void TNFSeIPM::CarregarA17R() {
   const auto nf = GetNota().Filho<"nf">();
-  InserirRetencoesFederais(ConverterCurrency(nf.Texto("valor_total")),
-                           {.IR = ConverterCurrency(nf.Texto("valor_ir")),
-                            .INSS = ConverterCurrency(nf.Texto("valor_inss")),
-                            .PIS = ConverterCurrency(nf.Texto("valor_pis")),
-                            .COFINS = ConverterCurrency(nf.Texto("valor_cofins")),
-                            .CSLL = ConverterCurrency(nf.Texto("valor_contribuicao_social"))});
+  InserirRetencoesFederais(nf.Valor("valor_total"), {.IR = nf.Valor("valor_ir"),
+                                                     .INSS = nf.Valor("valor_inss"),
+                                                     .PIS = nf.Valor("valor_pis"),
+                                                     .COFINS = nf.Valor("valor_cofins"),
+                                                     .CSLL = nf.Valor("valor_contribuicao_social")});
 }
 
 }  // namespace impnfse

@@ -28,7 +28,7 @@ int TNFSeJoinville::BuscarCodigoMunicipioTomador() {
   const auto tomador = GetNota().Filho<"tomador">();
   const auto estado = tomador.Texto("estado");
   const auto municipio = BuscarMunicipio(estado, String(Aparar(tomador.Texto("cidade"))));
-  const auto codigo = StrToIntDef(BuscarSomenteNumeros(municipio.CODIGOFEDERAL), 0);
+  const auto codigo = InteiroDosDigitos(municipio.CODIGOFEDERAL);
   const auto cep = tomador.Texto("cep");
   if (codigo > 0 || Aparar(cep).empty()) return codigo;
   return StrToIntDef(BuscarMunicipioPorCEP(cep, estado), 0);
@@ -39,6 +39,6 @@ String TNFSeJoinville::BuscarMunicipioDevidoISS() {
   return MunicipioDevidoISS({std::to_string(GetDados0150()->GetCOD_MUN())});
 }
 
-Currency TNFSeJoinville::GetBaseRetencoes() const { return ConverterCurrency(GetNota().Texto("valor_total")); }
+Currency TNFSeJoinville::GetBaseRetencoes() const { return GetNota().Valor("valor_total"); }
 
 }  // namespace impnfse

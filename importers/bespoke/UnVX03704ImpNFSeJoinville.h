@@ -14,6 +14,7 @@ class TNFSeJoinville final : public TNFSeJoinvilleComum<IXMLLoteJoinville, IXMLN
   String GetCNPJCPFDestinatario() override;
 
  private:
+  std::optional<IXMLLoteJoinville> LoadLote() const override { return LoadloteJoinville(GetArquivo()); }
   TBuscarID CarregouRegistro0000DaEmpresa(int tipo) override;
   void Carregar0150() override;
   String BuscarMunicipioDevidoISS() override;

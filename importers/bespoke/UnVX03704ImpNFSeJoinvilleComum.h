@@ -2,7 +2,7 @@
 // all notes go under its side and period, which the first note decides. Each note has one service.
 #pragma once
 
-#include <array>
+#include <optional>
 
 #include "UnVX03704BaseFuncoes.h"
 #include "UnVX03704ImpNFSeBase.h"
@@ -24,8 +24,9 @@ class TNFSeJoinvilleComum : public TNFSeBase {
   const Lote& GetLote() const { return FLote; }
   const Nota& GetNota() const { return FNota; }
 
-  // The kind's decisions: the company's side of the file, the other party, who gets the ISS, and the base of the taxes
-  // retained besides it.
+  // The kind's decisions: its root, the company's side of the file, the other party, who gets the ISS, and the base of
+  // the taxes retained besides it.
+  virtual std::optional<Lote> LoadLote() const = 0;
   virtual TBuscarID CarregouRegistro0000DaEmpresa(int tipo) = 0;
   virtual void Carregar0150() = 0;
   virtual String BuscarMunicipioDevidoISS() = 0;
@@ -55,33 +56,26 @@ void TNFSeJoinvilleComum<Lote, Nota, ItemDoLote>::Carregar() {
 // either kind.
 template <class Lote, class Nota, TTextoFixo ItemDoLote>
 void TNFSeJoinvilleComum<Lote, Nota, ItemDoLote>::CarregarNFSe() {
-  static constexpr std::array<std::string_view, 2> kPrefixos = {"ns2:", "ns3:"};
   ComErroEstrutura([&] {
-    const auto lote = Load<Lote>(GetArquivo(), {.Tag = "lote", .Prefixos = kPrefixos});
+    const auto lote = LoadLote();
     if (!lote) return;
     FLote = *lote;
     const auto notas = FLote.template Itens<ItemDoLote>();
     FNota = notas[0];
-    if (CarregouRegistro0000DaEmpresa(kTipoRegistro0000).Carregou) {
+    CarregarDeUmLado(CarregouRegistro0000DaEmpresa(kTipoRegistro0000), [&] {
       PercorrerNotasComProgresso(notas, [&](const Nota& nota) {
         FNota = nota;
         CarregarA100();
         IncluirFilialDocumento(tpeEmitente, "");
         Importou = true;
       });
-    } else {
-      SetTemErros(true);
-      Erro = BuscarErroNaoGerouBloco0();
-    }
-    LimparDadosEmitenteDestinatario();
+    });
   });
 }
 
-// The side stays from note to note, the participant doesn't: a note without one has none in hand.
 template <class Lote, class Nota, TTextoFixo ItemDoLote>
 void TNFSeJoinvilleComum<Lote, Nota, ItemDoLote>::CarregarA100() {
   IniciarA100();
-  *GetDados0150() = {};
   Carregar0150();
   CarregarCabecalhoA100(StrToInt64Def(GetNota().Texto("numero"), 0), DocumentoEstaCancelado());
   GetDadosA100()->SetSER(GetNota().Texto("serie_rps"));
@@ -92,8 +86,8 @@ void TNFSeJoinvilleComum<Lote, Nota, ItemDoLote>::CarregarA100() {
 template <class Lote, class Nota, TTextoFixo ItemDoLote>
 void TNFSeJoinvilleComum<Lote, Nota, ItemDoLote>::CarregarValoresA100() {
   CarregarExecucaoA100(GetData());
-  GetDadosA100()->SetVL_DOC(ConverterCurrency(GetNota().Texto("valor_total")));
-  GetDadosA100()->SetVL_ISS(ConverterCurrency(GetNota().Texto("valor_iss")));
+  GetDadosA100()->SetVL_DOC(GetNota().Valor("valor_total"));
+  GetDadosA100()->SetVL_ISS(GetNota().Valor("valor_iss"));
   MarcarISSRetido(DocumentoTemISSRetido());
   CarregarA17R();
   CarregarA170();
@@ -102,26 +96,25 @@ void TNFSeJoinvilleComum<Lote, Nota, ItemDoLote>::CarregarValoresA100() {
 template <class Lote, class Nota, TTextoFixo ItemDoLote>
 void TNFSeJoinvilleComum<Lote, Nota, ItemDoLote>::CarregarA17R() {
   if (DocumentoTemISSRetido())
-    InserirRetencao(receita::kISS, ConverterCurrency(GetNota().Texto("valor_base_calculo")),
-                    ConverterCurrency(GetNota().Texto("valor_iss")),
-                    ConverterCurrency(GetNota().Texto("aliquota_iss")));
-  InserirRetencoesFederais(GetBaseRetencoes(), {.IR = ConverterCurrency(GetNota().Texto("valor_irrf")),
-                                                .INSS = ConverterCurrency(GetNota().Texto("valor_inss")),
-                                                .PIS = ConverterCurrency(GetNota().Texto("valor_pis")),
-                                                .COFINS = ConverterCurrency(GetNota().Texto("valor_cofins")),
-                                                .CSLL = ConverterCurrency(GetNota().Texto("valor_csll"))});
+    InserirRetencao(receita::kISS, GetNota().Valor("valor_base_calculo"), GetNota().Valor("valor_iss"),
+                    GetNota().Valor("aliquota_iss"));
+  InserirRetencoesFederais(GetBaseRetencoes(), {.IR = GetNota().Valor("valor_irrf"),
+                                                .INSS = GetNota().Valor("valor_inss"),
+                                                .PIS = GetNota().Valor("valor_pis"),
+                                                .COFINS = GetNota().Valor("valor_cofins"),
+                                                .CSLL = GetNota().Valor("valor_csll")});
 }
 
 // The kind of payment compares the flag's text, where retention reads its number: a 2 is retained without one.
 template <class Lote, class Nota, TTextoFixo ItemDoLote>
 void TNFSeJoinvilleComum<Lote, Nota, ItemDoLote>::CarregarA170() {
   auto item = NovoA170(CarregarItem({.DESCR_ITEM = GetNota().Texto("descricao_servicos")}));
-  item->SetVL_ITEM(ConverterCurrency(GetNota().Texto("valor_total")));
+  item->SetVL_ITEM(GetNota().Valor("valor_total"));
   item->SetATIVIDADE(FormatarCodigoAtividade(GetNota().Texto("servico")));
-  const auto base = ConverterCurrency(GetNota().Texto("valor_base_calculo"));
+  const auto base = GetNota().Valor("valor_base_calculo");
   item->SetVL_BC_ISS(base > 0 ? base : item->GetVL_ITEM());
-  item->SetVL_ISS(ConverterCurrency(GetNota().Texto("valor_iss")));
-  item->SetALIQ_ISS(ConverterCurrency(GetNota().Texto("aliquota_iss")));
+  item->SetVL_ISS(GetNota().Valor("valor_iss"));
+  item->SetALIQ_ISS(GetNota().Valor("aliquota_iss"));
   if (GetNota().Texto("iss_retido") == "1") item->SetTPRECOLHIMENTO("1");
   item->SetMUNICIPIODEVISS(BuscarMunicipioDevidoISS());
   AdicionarA170(std::move(item));

@@ -13,18 +13,14 @@ TBuscarID TNFSeJoinvilleServicosTomados::CarregouRegistro0000DaEmpresa(int tipo)
 
 // A provider without a number becomes no participant.
 void TNFSeJoinvilleServicosTomados::Carregar0150() {
-  const auto numero = GetCNPJCPFEmitente();
-  if (numero == GetDadosEmpresaImportacao()->GetDadosFilial().CNPJ) return;
-  const auto parte = LerPrestador();
-  if (EncontrouParticipante(numero, GetIEEmitente(), parte.COD_MUN) || numero.empty()) return;
-  InserirParticipante(numero, GetIEEmitente(), parte);
+  CarregarEmitente([&] { return LerPrestador(); }, TSemNumero::NaoParticipa);
 }
 
 TDadosParte TNFSeJoinvilleServicosTomados::LerPrestador() {
   const auto prestador = GetNota().Filho<"prestador">();
   const auto estado = prestador.Texto("estado");
   const auto cidade = prestador.Texto("cidade");
-  return {.COD_MUN = StrToIntDef(BuscarSomenteNumeros(BuscarMunicipio(estado, cidade).CODIGOFEDERAL), 0),
+  return {.COD_MUN = InteiroDosDigitos(BuscarMunicipio(estado, cidade).CODIGOFEDERAL),
           .NOME = prestador.Texto("nome"),
           .ENDERECO = prestador.Texto("endereco"),
           .NUM = prestador.Texto("numero"),
@@ -42,8 +38,6 @@ String TNFSeJoinvilleServicosTomados::BuscarMunicipioDevidoISS() {
                              BuscarMunicipio(GetDadosEmpresaImportacao()->GetDadosFilial().UF, local).CODIGOFEDERAL});
 }
 
-Currency TNFSeJoinvilleServicosTomados::GetBaseRetencoes() const {
-  return ConverterCurrency(GetNota().Texto("valor_base_calculo"));
-}
+Currency TNFSeJoinvilleServicosTomados::GetBaseRetencoes() const { return GetNota().Valor("valor_base_calculo"); }
 
 }  // namespace impnfse

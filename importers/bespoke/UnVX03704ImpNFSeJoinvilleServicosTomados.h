@@ -15,6 +15,9 @@ class TNFSeJoinvilleServicosTomados final
   String GetCNPJCPFDestinatario() override;
 
  private:
+  std::optional<IXMLLoteJoinvilleServicosTomados> LoadLote() const override {
+    return LoadloteJoinvilleServicosTomados(GetArquivo());
+  }
   TBuscarID CarregouRegistro0000DaEmpresa(int tipo) override;
   void Carregar0150() override;
   String BuscarMunicipioDevidoISS() override;

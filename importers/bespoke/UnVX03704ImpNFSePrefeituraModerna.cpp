@@ -29,18 +29,14 @@ void TNFSePrefeituraModerna::CarregarNFSe() {
 void TNFSePrefeituraModerna::CarregarPeriodo(const IXMLPeriodoPrefeituraModerna& periodo) {
   const auto notas = periodo.Itens<"nota">();
   FNota = notas[0];
-  if (CarregouRegistro0000Emitente(kTipoRegistro0000).Carregou) {
-    for (const auto& nota : notas) {
+  CarregarDeUmLado(CarregouRegistro0000Emitente(kTipoRegistro0000), [&] {
+    PercorrerNotas(notas, [&](const IXMLNotaPrefeituraModerna& nota) {
       FNota = nota;
       CarregarA100();
       IncluirFilialDocumento(tpeEmitente, "");
       Importou = true;
-    }
-  } else {
-    SetTemErros(true);
-    Erro = BuscarErroNaoGerouBloco0();
-  }
-  LimparDadosEmitenteDestinatario();
+    });
+  });
 }
 
 String TNFSePrefeituraModerna::GetCNPJCPFEmitente() {
@@ -55,11 +51,7 @@ String TNFSePrefeituraModerna::GetCNPJCPFDestinatario() {
 
 String TNFSePrefeituraModerna::GetIEDestinatario() { return GetNota().Texto("tomador/inscricao_estadual"); }
 
-TDateTime TNFSePrefeituraModerna::GetData() {
-  const auto emissao = GetNota().Texto("data_emissao");
-  const auto data = StrToDateDef(emissao, 0);
-  return data > 0 ? data : ConverteData(emissao, fdAnoMesDia);
-}
+TDateTime TNFSePrefeituraModerna::GetData() { return ConverterDataLocalOuISO(GetNota().Texto("data_emissao")); }
 
 bool TNFSePrefeituraModerna::DocumentoEstaCancelado() const {
   return RegInStr(GetNota().Texto("tipo_nota"), kCancelada, 1);
@@ -80,19 +72,17 @@ void TNFSePrefeituraModerna::CarregarA100() {
 void TNFSePrefeituraModerna::CarregarValoresA100() {
   auto& a100 = *GetDadosA100();
   CarregarExecucaoA100(GetData());
-  a100.SetVL_DOC(ConverterCurrency(GetNota().Texto("valor_nota")));
-  a100.SetVL_PIS_RET(ConverterCurrency(GetNota().Texto("valor_pis")));
-  a100.SetVL_COFINS_RET(ConverterCurrency(GetNota().Texto("valor_cofins")));
-  a100.SetVL_ISS(ConverterCurrency(GetNota().Texto("valor_iss")));
+  a100.SetVL_DOC(GetNota().Valor("valor_nota"));
+  a100.SetVL_PIS_RET(GetNota().Valor("valor_pis"));
+  a100.SetVL_COFINS_RET(GetNota().Valor("valor_cofins"));
+  a100.SetVL_ISS(GetNota().Valor("valor_iss"));
   MarcarISSRetido(DocumentoTemISSRetido());
   CarregarA17R();
   CarregarA170();
 }
 
-// The issuer is the branch, never a participant. The side stays for the whole period, and with it the participant of
-// the note before, which must not lend its state to a taker without a number.
+// The issuer is the branch, never a participant.
 void TNFSePrefeituraModerna::Carregar0150() {
-  *GetDados0150() = {};
   CarregarDestinatario([&]() -> TDadosParte {
     const auto tomador = GetNota().Filho<"tomador">();
     const auto endereco = tomador.Filho<"endereco">();
@@ -111,9 +101,7 @@ void TNFSePrefeituraModerna::Carregar0150() {
 Int64 TNFSePrefeituraModerna::Carregar0200() { return CarregarItem({.DESCR_ITEM = GetNota().Texto("nome_atividade")}); }
 
 void TNFSePrefeituraModerna::CarregarA17R() {
-  const auto valor = [&](TCaminho<kFormatoPrefeituraModerna, "Nota"> caminho) {
-    return ConverterCurrency(GetNota().Texto(caminho));
-  };
+  const auto valor = [&](TCaminho<kFormatoPrefeituraModerna, "Nota"> caminho) { return GetNota().Valor(caminho); };
   const auto base = valor("base_calculo") > 0 ? valor("base_calculo") : valor("valor_liquido");
   if (DocumentoTemISSRetido()) InserirRetencao(receita::kISS, base, valor("valor_iss"), valor("valor_aliquota"));
   InserirRetencoesFederais(base, {.IR = valor("valor_ir"),
@@ -127,11 +115,11 @@ void TNFSePrefeituraModerna::CarregarA17R() {
 void TNFSePrefeituraModerna::CarregarA170() {
   const auto& empresa = *GetDadosEmpresaImportacao();
   auto item = NovoA170(Carregar0200());
-  item->SetVL_ITEM(ConverterCurrency(GetNota().Texto("valor_nota")));
+  item->SetVL_ITEM(GetNota().Valor("valor_nota"));
   item->SetATIVIDADE(FormatarCodigoAtividade(GetNota().Texto("codigo_atividade")));
-  item->SetVL_BC_ISS(ConverterCurrency(GetNota().Texto("base_calculo")));
-  item->SetVL_ISS(ConverterCurrency(GetNota().Texto("valor_iss")));
-  item->SetALIQ_ISS(ConverterCurrency(GetNota().Texto("valor_aliquota")));
+  item->SetVL_BC_ISS(GetNota().Valor("base_calculo"));
+  item->SetVL_ISS(GetNota().Valor("valor_iss"));
+  item->SetALIQ_ISS(GetNota().Valor("valor_aliquota"));
   if (DocumentoTemISSRetido() && empresa.GetDadosFilial().IDFILIAL == empresa.GetIDFilialPrincipal())
     item->SetTPRECOLHIMENTO("R");
   item->SetMUNICIPIODEVISS(MunicipioDevidoISS({GetNota().Texto("ibge_cidade_prestacao")}));

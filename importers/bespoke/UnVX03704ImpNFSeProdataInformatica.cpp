@@ -35,10 +35,7 @@ String TNFSeProdataInformatica::GetCNPJCPFDestinatario() {
 
 TDateTime TNFSeProdataInformatica::GetData() { return ConverteData(GetNota().Texto("dataDaNotaFiscal"), fdAnoMesDia); }
 
-Currency TNFSeProdataInformatica::CalcularISS() const {
-  constexpr auto kUmPorCento = Currency::DeDecimosDeMilesimo(100);
-  return GetBaseDeCalculo() * GetAliquota() * kUmPorCento;
-}
+Currency TNFSeProdataInformatica::CalcularISS() const { return AplicarAliquota(GetBaseDeCalculo(), GetAliquota()); }
 
 void TNFSeProdataInformatica::CarregarA100() {
   IniciarA100();
@@ -51,7 +48,7 @@ void TNFSeProdataInformatica::CarregarA100() {
 
 void TNFSeProdataInformatica::CarregarValoresA100() {
   CarregarExecucaoA100(GetData());
-  GetDadosA100()->SetVL_DOC(ConverterCurrency(GetNota().Texto("valorDaNotaFiscal")));
+  GetDadosA100()->SetVL_DOC(GetNota().Valor("valorDaNotaFiscal"));
   GetDadosA100()->SetVL_ISS(CalcularISS());
   MarcarISSRetido(DocumentoTemISSRetido());
   CarregarA17R();
@@ -61,19 +58,24 @@ void TNFSeProdataInformatica::CarregarValoresA100() {
 // The one name in the note serves either party, also when the other one is the taxpayer.
 void TNFSeProdataInformatica::Carregar0150() {
   const auto lerParte = [&]() -> TDadosParte {
-    return {.NOME = GetNota().Texto("razaoSocialDePrestadorTomadorNaoCadastrado")};
+    return {.NOME = GetNota().Texto("razaoSocialDePrestadorTomadorNaoCadastrado"), .SemUFDoMunicipio = true};
   };
   CarregarEmitente(lerParte);
   CarregarDestinatario(lerParte);
 }
 
 void TNFSeProdataInformatica::CarregarA17R() {
-  if (DocumentoTemISSRetido()) InserirRetencao(receita::kISS, GetBaseDeCalculo(), CalcularISS(), GetAliquota());
+  if (!DocumentoTemISSRetido()) return;
+  GetDadosA100()->CarregouA17R({.IDREGA17R = BuscarID("A17R", true).ID,
+                                .COD_RECEITA = String(receita::kISS),
+                                .VL_BC = GetBaseDeCalculo(),
+                                .VL_IMPOSTO = CalcularISS(),
+                                .ALIQUOTA = GetAliquota()});
 }
 
 void TNFSeProdataInformatica::CarregarA170() {
   auto item = NovoA170(CarregarItem({.DESCR_ITEM = GetNota().Texto("historicoDaNotaFiscal")}));
-  item->SetVL_ITEM(ConverterCurrency(GetNota().Texto("valorDaNotaFiscal")));
+  item->SetVL_ITEM(GetNota().Valor("valorDaNotaFiscal"));
   item->SetVL_BC_ISS(GetBaseDeCalculo());
   item->SetALIQ_ISS(GetAliquota());
   item->SetVL_ISS(CalcularISS());

@@ -31,8 +31,8 @@ class TNFSeProdataInformatica final : public TNFSeBase {
 
   bool DocumentoEstaCancelado() const { return GetNota().Texto("notaFiscalCancelada") == "1"; }
   bool DocumentoTemISSRetido() const { return GetNota().Texto("recolhidoPeloTomador") == "1"; }
-  Currency GetBaseDeCalculo() const { return ConverterCurrency(GetNota().Texto("baseDeCalculo")); }
-  Currency GetAliquota() const { return ConverterCurrency(GetNota().Texto("aliquota")); }
+  Currency GetBaseDeCalculo() const { return GetNota().Valor("baseDeCalculo"); }
+  Currency GetAliquota() const { return GetNota().Valor("aliquota"); }
   Currency CalcularISS() const;
 
   IXMLDeclaracaoProdataInformatica FDeclaracao;

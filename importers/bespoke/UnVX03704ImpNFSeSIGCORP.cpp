@@ -60,8 +60,8 @@ void TNFSeSIGCORP::CarregarA100() {
 void TNFSeSIGCORP::CarregarValoresA100() {
   auto& a100 = *GetDadosA100();
   CarregarExecucaoA100(GetData());
-  a100.SetVL_DOC(ConverterCurrency(GetNota().Texto("ValorServicos")));
-  a100.SetVL_ISS(ConverterCurrency(GetNota().Texto("ValorISS")));
+  a100.SetVL_DOC(GetNota().Valor("ValorServicos"));
+  a100.SetVL_ISS(GetNota().Valor("ValorISS"));
   MarcarISSRetido(DocumentoTemISSRetido());
   CarregarA17R();
   CarregarA170();
@@ -80,7 +80,7 @@ void TNFSeSIGCORP::Carregar0150() {
 // The city is known by its name only.
 TDadosParte TNFSeSIGCORP::LerParte(const String& nome, const IXMLEnderecoSIGCORP& endereco) {
   const auto municipio = BuscarMunicipio(endereco.Texto("UF"), endereco.Texto("Cidade"));
-  return {.COD_MUN = StrToIntDef(BuscarSomenteNumeros(municipio.CODIGOFEDERAL), 0),
+  return {.COD_MUN = InteiroDosDigitos(municipio.CODIGOFEDERAL),
           .NOME = nome,
           .ENDERECO = endereco.Texto("Logradouro"),
           .NUM = endereco.Texto("NumeroEndereco"),
@@ -95,22 +95,20 @@ Int64 TNFSeSIGCORP::Carregar0200() {
 }
 
 void TNFSeSIGCORP::CarregarA170() {
-  const auto base = ConverterCurrency(GetNota().Texto("ValorBase"));
+  const auto base = GetNota().Valor("ValorBase");
   auto item = NovoA170(Carregar0200());
-  item->SetVL_ITEM(ConverterCurrency(GetNota().Texto("ValorServicos")));
+  item->SetVL_ITEM(GetNota().Valor("ValorServicos"));
   item->SetATIVIDADE(FormatarCodigoAtividade(GetNota().Texto("CodigoServico")));
   item->SetVL_BC_ISS(base > 0 ? base : item->GetVL_ITEM());
-  item->SetVL_ISS(ConverterCurrency(GetNota().Texto("ValorISS")));
-  item->SetALIQ_ISS(ConverterCurrency(GetNota().Texto("AliquotaServicos")));
+  item->SetVL_ISS(GetNota().Valor("ValorISS"));
+  item->SetALIQ_ISS(GetNota().Valor("AliquotaServicos"));
   item->SetMUNICIPIODEVISS(BuscarMunicipioDevidoISS());
   AdicionarA170(std::move(item));
 }
 
 // The base is the note's, also where it has none.
 void TNFSeSIGCORP::CarregarA17R() {
-  const auto valor = [&](TCaminho<kFormatoSIGCORP, "NFe"> caminho) {
-    return ConverterCurrency(GetNota().Texto(caminho));
-  };
+  const auto valor = [&](TCaminho<kFormatoSIGCORP, "NFe"> caminho) { return GetNota().Valor(caminho); };
   const auto base = valor("ValorBase");
   if (DocumentoTemISSRetido()) InserirRetencao(receita::kISS, base, valor("ValorISS"), valor("AliquotaServicos"));
   InserirRetencoesFederais(base, {.IR = valor("ValorIR"),

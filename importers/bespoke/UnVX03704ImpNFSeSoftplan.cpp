@@ -9,7 +9,7 @@ namespace {
 template <class Parte>
 TDadosParte LerParte(const Parte& parte) {
   const auto endereco = parte.template Filho<"Endereco">();
-  return {.COD_MUN = StrToIntDef(BuscarSomenteNumeros(endereco.Texto("Municipio/CodigoMunicipio")), 0),
+  return {.COD_MUN = InteiroDosDigitos(endereco.Texto("Municipio/CodigoMunicipio")),
           .NOME = parte.Texto("RazaoSocial"),
           .ENDERECO = endereco.Texto("Logradouro"),
           .NUM = endereco.Texto("NumeroEndereco"),
@@ -63,8 +63,8 @@ void TNFSeSoftplan::CarregarA100() {
 // none has a retained tax.
 void TNFSeSoftplan::CarregarValoresA100() {
   CarregarExecucaoA100(GetData());
-  GetDadosA100()->SetVL_DOC(ConverterCurrency(GetNota().Texto("DadosServico/ValorTotalServicos")));
-  GetDadosA100()->SetVL_ISS(ConverterCurrency(GetNota().Texto("DadosServico/ValorISSQN")));
+  GetDadosA100()->SetVL_DOC(GetNota().Valor("DadosServico/ValorTotalServicos"));
+  GetDadosA100()->SetVL_ISS(GetNota().Valor("DadosServico/ValorISSQN"));
   CarregarA170();
 }
 
@@ -73,8 +73,7 @@ void TNFSeSoftplan::Carregar0150() {
   CarregarEmitente([&] { return LerParte(GetNota().Filho<"Prestador">()); });
   CarregarDestinatario([&] {
     auto parte = LerParte(GetNota().Filho<"Tomador">());
-    const auto pais = StrToIntDef(GetNota().Texto("Tomador/Endereco/Pais"), 0);
-    if (pais > 0) parte.COD_PAIS = pais;
+    parte.COD_PAIS = CodigoPais(StrToIntDef(GetNota().Texto("Tomador/Endereco/Pais"), 0));
     return parte;
   });
 }
@@ -90,8 +89,8 @@ void TNFSeSoftplan::CarregarA170() {
   int numero = 0;
   for (const auto& servico : servicos) {
     auto item = NovoA170(Carregar0200(servico), ++numero);
-    item->SetVL_ITEM(ConverterCurrency(servico.Texto("ValorTotal")));
-    item->SetQTD(ConverterCurrency(servico.Texto("Quantidade")));
+    item->SetVL_ITEM(servico.Valor("ValorTotal"));
+    item->SetQTD(servico.Valor("Quantidade"));
     item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("CodigoAtividade")));
     item->SetCFOPISS(GetNota().Texto("CFPS"));
     item->SetALIQ_ISS(softplan::BuscarAliquotaISSServico(servico.Texto("Aliquota")));
@@ -106,9 +105,8 @@ void TNFSeSoftplan::CarregarA170() {
 // a base has no ISS on its services.
 Currency TNFSeSoftplan::BuscarValorISS(const TDadosRegistroA170& item, bool unico) const {
   const auto servico = GetNota().Filho<"DadosServico">();
-  if (item.GetALIQ_ISS() <= 0 || ConverterCurrency(servico.Texto("BaseCalculo")) <= 0) return 0;
-  return unico ? ConverterCurrency(servico.Texto("ValorISSQN"))
-               : item.GetVL_BC_ISS() * item.GetALIQ_ISS() * softplan::kUmPorCento;
+  if (item.GetALIQ_ISS() <= 0 || servico.Valor("BaseCalculo") <= 0) return 0;
+  return unico ? servico.Valor("ValorISSQN") : AplicarAliquota(item.GetVL_BC_ISS(), item.GetALIQ_ISS());
 }
 
 }  // namespace impnfse

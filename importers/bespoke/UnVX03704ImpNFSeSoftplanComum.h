@@ -6,12 +6,11 @@
 
 namespace impnfse::softplan {
 
-inline constexpr Currency kUmPorCento = Currency::DeDecimosDeMilesimo(100);
-
 // A rate below 10% may be written as a fraction ("0.05"), which its beginning tells: "0.5" is half a percent. A
-// fraction that is no number is 0, where another rate raises EConversao.
+// fraction that is no number, one with a second decimal mark included, is 0, where another rate raises EConversao.
 inline Currency BuscarAliquotaISSServico(const String& texto) {
   if (Primeiros(texto, 3) != "0.0") return ConverterCurrency(texto);
+  if (texto.find_first_of(".,") != texto.find_last_of(".,")) return 0;
   try {
     return ConverterCurrency(texto) * 100;
   } catch (const EConversao&) {

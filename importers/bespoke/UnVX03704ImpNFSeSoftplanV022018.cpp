@@ -20,16 +20,15 @@ TDadosParte LerPrestador(const IXMLxmlNfpse& nota) {
 // The taker's has a code and no name. The number of a taker abroad, of any length, stands for a CNPJ. A blank behind
 // the country's number makes it Brazil, as does any number not above 0.
 TDadosParte LerTomador(const IXMLxmlNfpse& nota) {
-  const auto pais = StrToIntDef(nota.Texto("paisTomador"), 0);
-  const bool doBrasil = pais <= 0 || pais == TDadosRegistro0150::kBrasil;
-  return {.COD_MUN = StrToIntDef(BuscarSomenteNumeros(nota.Texto("codigoMunicipioTomador")), 0),
+  const auto pais = CodigoPais(StrToIntDef(nota.Texto("paisTomador"), 0));
+  return {.COD_MUN = InteiroDosDigitos(nota.Texto("codigoMunicipioTomador")),
           .NOME = nota.Texto("razaoSocialTomador"),
           .ENDERECO = nota.Texto("logradouroTomador"),
           .NUM = nota.Texto("numeroEnderecoTomador"),
           .BAIRRO = nota.Texto("bairroTomador"),
           .UF = nota.Texto("ufTomador"),
-          .COD_PAIS = doBrasil ? TDadosRegistro0150::kBrasil : pais,
-          .SempreCNPJ = !doBrasil};
+          .COD_PAIS = pais,
+          .SempreCNPJ = pais != TDadosRegistro0150::kBrasil};
 }
 
 }  // namespace
@@ -75,8 +74,8 @@ void TNFSeSoftplan022018::CarregouA100() {
 // The layout can't say that ISS is retained: no document is marked so, and none has a retained tax.
 void TNFSeSoftplan022018::CarregouValoresA100() {
   CarregarExecucaoA100(GetData());
-  GetDadosA100()->SetVL_DOC(ConverterCurrency(GetNota().Texto("valorTotalServicos")));
-  GetDadosA100()->SetVL_ISS(ConverterCurrency(GetNota().Texto("valorISSQN")));
+  GetDadosA100()->SetVL_DOC(GetNota().Valor("valorTotalServicos"));
+  GetDadosA100()->SetVL_ISS(GetNota().Valor("valorISSQN"));
   CarregouA170();
 }
 
@@ -98,8 +97,8 @@ void TNFSeSoftplan022018::CarregouA170() {
   std::size_t indice = 0;
   for (const auto& servico : servicos) {
     auto item = NovoA170(Carregou0200(servico), static_cast<int>(indice) + 1);
-    item->SetVL_ITEM(ConverterCurrency(servico.Texto("valorTotal")));
-    item->SetQTD(ConverterCurrency(servico.Texto("quantidade")));
+    item->SetVL_ITEM(servico.Valor("valorTotal"));
+    item->SetQTD(servico.Valor("quantidade"));
     item->SetATIVIDADE(servico.Texto("codigoCNAE"));
     item->SetCFOPISS(GetNota().Texto("cfps"));
     item->SetALIQ_ISS(softplan::BuscarAliquotaISSServico(servico.Texto("aliquota")));
@@ -116,9 +115,8 @@ void TNFSeSoftplan022018::CarregouA170() {
 
 // In cents: a single service has the note's, of several each has its own. A note without a base has none.
 Currency TNFSeSoftplan022018::BuscarValorISS(const TDadosRegistroA170& item, bool unico) const {
-  if (item.GetALIQ_ISS() <= 0 || ConverterCurrency(GetNota().Texto("baseCalculo")) <= 0) return 0;
-  const auto valor = unico ? ConverterCurrency(GetNota().Texto("valorISSQN"))
-                           : item.GetVL_BC_ISS() * item.GetALIQ_ISS() * softplan::kUmPorCento;
+  if (item.GetALIQ_ISS() <= 0 || GetNota().Valor("baseCalculo") <= 0) return 0;
+  const auto valor = unico ? GetNota().Valor("valorISSQN") : AplicarAliquota(item.GetVL_BC_ISS(), item.GetALIQ_ISS());
   return TVXUtilsMatematica::Arredondar(valor, kCentavos);
 }
 

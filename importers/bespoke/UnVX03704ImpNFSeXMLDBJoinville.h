@@ -17,4 +17,10 @@ inline constexpr auto kFormatoJoinville =
 using IXMLLoteJoinville = TElemento<kFormatoJoinville, "lote">;
 using IXMLNotaJoinville = TElemento<kFormatoJoinville, "Nota">;
 
+// The root of the file; nothing when it has another root.
+inline std::optional<IXMLLoteJoinville> LoadloteJoinville(const String& arquivo) {
+  static constexpr std::array<std::string_view, 2> kPrefixos = {"ns2:", "ns3:"};
+  return Load<IXMLLoteJoinville>(arquivo, {.Tag = "lote", .Prefixos = kPrefixos});
+}
+
 }  // namespace impnfse

@@ -17,4 +17,10 @@ inline constexpr auto kFormatoJoinvilleServicosTomados = Formato(
 using IXMLLoteJoinvilleServicosTomados = TElemento<kFormatoJoinvilleServicosTomados, "lote">;
 using IXMLNotaJoinvilleServicosTomados = TElemento<kFormatoJoinvilleServicosTomados, "Nota_recebida">;
 
+// The root of the file; nothing when it has another root.
+inline std::optional<IXMLLoteJoinvilleServicosTomados> LoadloteJoinvilleServicosTomados(const String& arquivo) {
+  static constexpr std::array<std::string_view, 2> kPrefixos = {"ns2:", "ns3:"};
+  return Load<IXMLLoteJoinvilleServicosTomados>(arquivo, {.Tag = "lote", .Prefixos = kPrefixos});
+}
+
 }  // namespace impnfse

@@ -1,4 +1,5 @@
-// The format of Softplan's NFPS-e as it was until January 2018: one note, several services.
+// The format of Softplan's NFPS-e as it was until January 2018: one note, several services. Beside the note stand the
+// documents that ask for one and for its cancellation, which nobody imports.
 #pragma once
 
 #include "XMLFormato.h"
@@ -21,7 +22,13 @@ inline constexpr auto kFormatoSoftplan = Formato(
     "CPFCNPJ: CNPJCPF=CNPJ|CPF", "Contato: Email, Telefone",
     "Endereco: Logradouro, NumeroEndereco, ComplementoEndereco, Bairro, Municipio(Municipio), "
     "CodigoPostal(CodigoPostal), UF, Pais",
-    "Municipio: CodigoMunicipio, NomeMunicipio", "CodigoPostal: CEP, PostalCode");
+    "Municipio: CodigoMunicipio, NomeMunicipio", "CodigoPostal: CEP, PostalCode",
+    "Requisicao: InfRequisicao(InfRequisicao)",
+    "InfRequisicao: @Id, Versao, TipoSistema, Identificacao, AEDF(InformacaoAEDF), CodigoVerificacao, DataEmissao, "
+    "NumeroSerieRequisicao, NumeroSerieSubst, CFPS, StatusRequisicao, DadosServico(DadosServico), "
+    "Prestador(DadosPrestador), Tomador(DadosTomador)",
+    "RequisicaoCancelamento: InfRequisicaoCancelamento(InfRequisicaoCancelamento)",
+    "InfRequisicaoCancelamento: @Id, Versao, TipoSistema, AEDF, NumeroSerie, MotivoCancelamento");
 
 using IXMLNFPSe = TElemento<kFormatoSoftplan, "NFPSe">;
 using IXMLInfNFPSe = TElemento<kFormatoSoftplan, "InfNFPSe">;

@@ -272,7 +272,7 @@ void TNFSeBlumenau::Carregar0150() {
       [&]() -> TDadosParte {
         const auto& tomador = GetNota().Tomador;
         const auto municipio = BuscarMunicipio(tomador.UF, tomador.Municipio);
-        return {.COD_MUN = StrToIntDef(BuscarSomenteNumeros(municipio.CODIGOFEDERAL), 0),
+        return {.COD_MUN = InteiroDosDigitos(municipio.CODIGOFEDERAL),
                 .NOME = tomador.Nome,
                 .ENDERECO = tomador.Endereco,
                 .NUM = tomador.Numero,

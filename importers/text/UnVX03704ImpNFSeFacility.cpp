@@ -17,8 +17,6 @@ namespace {
 
 constexpr char kSeparador = ';';
 
-constexpr Currency kUmPorCento = Currency::DeDecimosDeMilesimo(100);
-
 // Fields
 // -------------------------------------------------------------------------------------------------------------
 
@@ -367,7 +365,7 @@ void TNFSeFacility::Carregar0150() {
 }
 
 TDadosParte TNFSeFacility::LerParte(const TNFSeFacilityPessoa& pessoa) {
-  auto municipio = StrToIntDef(BuscarSomenteNumeros(BuscarMunicipio(pessoa.UF, pessoa.Cidade).CODIGOFEDERAL), 0);
+  auto municipio = InteiroDosDigitos(BuscarMunicipio(pessoa.UF, pessoa.Cidade).CODIGOFEDERAL);
   if (municipio <= 0 && !pessoa.CEP.empty()) municipio = StrToIntDef(BuscarMunicipioPorCEP(pessoa.CEP, pessoa.UF), 0);
   return {.COD_MUN = municipio,
           .NOME = pessoa.Nome,
@@ -398,7 +396,7 @@ void TNFSeFacility::CarregarA170() {
     // Only the situations 0 to 5 have a base and ISS.
     if (const auto cst = StrToIntDef(servico.CST, -1); cst >= 0 && cst <= 5) {
       item->SetVL_BC_ISS(servico.ValorTributavel - servico.Deducao);
-      item->SetVL_ISS(Arredondar(item->GetVL_BC_ISS() * item->GetALIQ_ISS() * kUmPorCento));
+      item->SetVL_ISS(Arredondar(AplicarAliquota(item->GetVL_BC_ISS(), item->GetALIQ_ISS())));
     }
     GetDadosA100()->SetVL_ISS(GetDadosA100()->GetVL_ISS() + item->GetVL_ISS());
     item->SetMUNICIPIODEVISS(BuscarMunicipioDevidoISS(servico));

@@ -249,10 +249,7 @@ void TNFSeGEFisco::Carregar0150() {
   CarregarDestinatario([&]() -> TDadosParte {
     const auto& pessoa = GetNota().Pessoa;
     const auto codigo = BuscarMunicipio(pessoa.UF, pessoa.Municipio).CODIGOFEDERAL;
-    return {.COD_MUN = StrToIntDef(BuscarSomenteNumeros(codigo), 0),
-            .NOME = pessoa.Nome,
-            .UF = pessoa.UF,
-            .MUNICIPIO = pessoa.Municipio};
+    return {.COD_MUN = InteiroDosDigitos(codigo), .NOME = pessoa.Nome, .UF = pessoa.UF, .MUNICIPIO = pessoa.Municipio};
   });
 }
 

@@ -74,10 +74,10 @@ void TNFSeELOTECH::CarregarValoresA100() {
   const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
   auto& a100 = *GetDadosA100();
   CarregarExecucaoA100(GetData());
-  a100.SetVL_DOC(ConverterCurrency(valores.Texto("ValorServicos")));
-  a100.SetVL_PIS(ConverterCurrency(valores.Texto("ValorPis")));
-  a100.SetVL_COFINS(ConverterCurrency(valores.Texto("ValorCofins")));
-  a100.SetVL_ISS(ConverterCurrency(valores.Texto("ValorIss")));
+  a100.SetVL_DOC(valores.Valor("ValorServicos"));
+  a100.SetVL_PIS(valores.Valor("ValorPis"));
+  a100.SetVL_COFINS(valores.Valor("ValorCofins"));
+  a100.SetVL_ISS(valores.Valor("ValorIss"));
   CarregarA17R();
   CarregarA170();
   MarcarISSRetido(DocumentoTemISSRetido());
@@ -99,14 +99,14 @@ void TNFSeELOTECH::CarregarA170() {
   const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
   for (const auto& servico : GetDeclaracao().Itens<"Servico/ListaItensServico/ItemServico">()) {
     auto item = NovoA170(Carregar0200(servico));
-    item->SetVL_ITEM(ConverterCurrency(servico.Texto("ValorUnitario")));
-    item->SetVL_DESC(ConverterCurrency(servico.Texto("ValorDesconto")));
-    item->SetQTD(ConverterCurrency(servico.Texto("Quantidade")));
+    item->SetVL_ITEM(servico.Valor("ValorUnitario"));
+    item->SetVL_DESC(servico.Valor("ValorDesconto"));
+    item->SetQTD(servico.Valor("Quantidade"));
     item->SetATIVIDADE(FormatarCodigoAtividade(servico.Texto("ItemListaServico")));
-    item->SetALIQ_ISS(ConverterCurrency(valores.Texto("Aliquota")));
-    item->SetVL_ISS(ConverterCurrency(valores.Texto("ValorIss")));
-    item->SetVL_BC_ISS(ConverterCurrency(GetNota().Texto("ValoresNfse/BaseCalculo")));
-    item->SetDEDUCAOISS(ConverterCurrency(valores.Texto("ValorDeducoes")));
+    item->SetALIQ_ISS(valores.Valor("Aliquota"));
+    item->SetVL_ISS(valores.Valor("ValorIss"));
+    item->SetVL_BC_ISS(GetNota().Valor("ValoresNfse/BaseCalculo"));
+    item->SetDEDUCAOISS(valores.Valor("ValorDeducoes"));
     item->SetMUNICIPIODEVISS(GetDeclaracao().Texto("Tomador/Endereco/CodigoMunicipio"));
     AdicionarA170(std::move(item));
   }
@@ -114,10 +114,9 @@ void TNFSeELOTECH::CarregarA170() {
 
 void TNFSeELOTECH::CarregarA17R() {
   const auto valores = GetDeclaracao().Filho<"Servico/Valores">();
-  const auto base = ConverterCurrency(GetNota().Texto("ValoresNfse/BaseCalculo"));
+  const auto base = GetNota().Valor("ValoresNfse/BaseCalculo");
   if (DocumentoTemISSRetido())
-    InserirRetencao(receita::kISS, base, ConverterCurrency(valores.Texto("ValorIss")),
-                    ConverterCurrency(valores.Texto("Aliquota")));
+    InserirRetencao(receita::kISS, base, valores.Valor("ValorIss"), valores.Valor("Aliquota"));
   InserirRetencoesFederais(base, LerRetencoesNacionais(valores));
 }
 
