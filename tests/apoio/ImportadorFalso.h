@@ -48,8 +48,8 @@ class TImportadorFalso : public TNFSeBase {
   void Falhar(const String& erro) { Erro = erro; }
 
   using TNFSeBase::AdicionarA170, TNFSeBase::BuscarOuInserirParticipante, TNFSeBase::CarregarA17R,
-      TNFSeBase::CarregarItem, TNFSeBase::ComErroEstrutura, TNFSeBase::GetDadosA100, TNFSeBase::NovoA170,
-      TNFSeBase::PercorrerNotasComProgresso;
+      TNFSeBase::CarregarItem, TNFSeBase::CarregarUmaComProgresso, TNFSeBase::ComErroEstrutura, TNFSeBase::GetDadosA100,
+      TNFSeBase::NovoA170, TNFSeBase::PercorrerNotasComProgresso;
 };
 
 // Runs that importer from the front end, as dispatch does.

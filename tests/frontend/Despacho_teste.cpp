@@ -113,10 +113,13 @@ TEST_F(TTrabalhador, RecebeOPedidoERodaNaSuaThread) {
     TStringList lista;
     lista.SetText("5\n6");
     f.PercorrerNotasComProgresso(lista, [&](const String& numero) { f.Documento(numero); });
+    f.CarregarUmaComProgresso([] {});
   });
-  EXPECT_EQ(Substituir(visto, Pasta / "nota.xml", "~"),
-            "43 NFSE 1 TNFSeFalso; 0/2 Carregando documento 0 de 1. ~; 1/2 Carregando documento 0 de 1. ~; 1/2 "
-            "Carregando documento 1 de 1. ~; 2/2 Carregando documento 1 de 1. ~; ");
+  EXPECT_EQ(
+      Substituir(visto, Pasta / "nota.xml", "~"),
+      "43 NFSE 1 TNFSeFalso; 0/2 Carregando documento 0 de 1. ~; 1/2 Carregando documento 0 de 1. ~; 1/2 "
+      "Carregando documento 1 de 1. ~; 2/2 Carregando documento 1 de 1. ~; 0/1 Carregando documento 1 de 1. ~; 1/1 "
+      "Carregando documento 1 de 1. ~; ");
   EXPECT_EQ(Resultado(), "importou, , sem erros, foi: ");
   EXPECT_EQ(Front->GetResumo().Destino, Pasta / "morto/NFSe/nota.xml");
 }

@@ -44,6 +44,15 @@ TEST(Currency, Contas) {
   EXPECT_THROW(maximo + C(1), std::overflow_error);
   EXPECT_THROW(-maximo - C(2), std::overflow_error);
   EXPECT_EQ((C(10) - C(25) + Currency(3)).Texto(), "2.9985");
+  // A quotient rounds half away from zero; a rate goes toward zero.
+  EXPECT_EQ(Currency(1) / Currency(3), C(3333));
+  EXPECT_EQ(Currency(2) / Currency(-3), C(-6667));
+  EXPECT_EQ(C(-1) / Currency(2), C(-1));
+  EXPECT_EQ(C(499) / Currency(1000), C(0));
+  EXPECT_THROW(Currency(1) / Currency(0), std::domain_error);
+  EXPECT_EQ(AplicarAliquota(C(3333300), C(27500)), C(91665));
+  EXPECT_EQ(AplicarAliquota(C(-199), C(19999)), C(-3));
+  EXPECT_EQ(AplicarAliquota(maximo, Currency(100)), maximo) << "no overflow on the way";
   EXPECT_EQ(C(std::numeric_limits<std::int64_t>::min()).Texto(), "-922337203685477.5808");
   Conferir([](const String& valor) { return Arredondar(ConverterCurrency(valor)).Texto(); },
            "1.2349 => 1.2300 | 1.2350 => 1.2400 | -1.2349 => -1.2300 | -1.2350 => -1.2400 | 0.0049 => 0.0000 | "

@@ -21,13 +21,14 @@ class TSIGCORP : public TTesteComBanco {
     String nota = kNota;
     for (const auto& [de, para] : Casos(trocas)) nota = Substituir(nota, de, para);
     const auto i = TTesteComBanco::Importar(Pasta.Gravar("n.xml", Elementos(nota)), "21");
-    return fmt::format("{} {}{}", i->GetResumo().Importou, i->GetResumo().Erro == i->BuscarErroEstruturaArquivo(),
-                       i->GetResumo().Documentos.empty() ? "" : " " + i->GetResumo().Documentos[0].Numero);
+    return fmt::format("{:d}{:d} {}{}", i->GetResumo().Importou, i->GetTemErros(),
+                       i->GetResumo().Documentos.empty() ? "" : i->GetResumo().Documentos[0].Numero,
+                       Primeiros(Erros(*i), 5));
   }
 };
 
 TEST_F(TSIGCORP, CadaCampoNoSeuLugar) {
-  EXPECT_EQ(Importar(""), "true false 7");
+  EXPECT_EQ(Importar(""), "10 7");
   EXPECT_EQ(
       Documentos("NUM_DOC, SER, COD_SIT, DT_EXE_SERV, CHV_NFSE, VL_DOC, A.VL_ISS, VL_PIS_RET, TEMISSRETIDO, NOME, IE, "
                  "Q.COD_MUN, UF, MUNICIPIO, ENDERECO, NUM, COMPL, BAIRRO, VL_ITEM, VL_BC_ISS, I.VL_ISS, ALIQ_ISS, "
@@ -48,17 +49,25 @@ TEST_F(TSIGCORP, SinaisPorExclusaoELocalDoISS) {
                               "no prestador => no tomador", "=Florianópolis => =Nenhures",
                               "=SIM => =Sim | 11222333000181 => 9 | "
                               "CNPJ=99888777000166 => CPF=11222333000181",
-                              "CNPJ=99888777000166 => CPF= | =curitiba => =Nenhures | no prestador => x"})
+                              "CNPJ=99888777000166 => CPF= | =curitiba => =Nenhures | no prestador => x",
+                              "11222333000181 => 9 | CNPJ=99888777000166 => CPF=11222333000181",
+                              "11222333000181 => 8 | CNPJ=99888777000166 => CPF=11222333000181",
+                              "UF=PR => UF= PR  | no prestador => no tomador"})
     Importar(fmt::format("NumeroNFe=7 => NumeroNFe={} | {}", numero++, trocas));
   EXPECT_EQ(
-      Documentos("NUM_DOC, COD_SIT, TEMISSRETIDO, VL_BC_ISS, MUNICIPIODEVISS, A.COD_PART"),
-      "10|2|0|-|-|1\n11|2|0|-|-|1\n12|0|1|280.0000|4205407|1\n13|0|1|280.0000|4205407|1\n14|0|1|300.0000|4205407|1\n"
-      "15|0|0|280.0000|4106902|1\n16|0|0|280.0000|4106902|1\n17|0|0|280.0000|4205407|2\n18|0|0|280.0000|4205407|0");
-  EXPECT_EQ(Tabela("SELECT CNPJ, CPF, IE, OPTANTESIMPLES FROM ES02_REG0150"), "99888777000166||90|\n|9|ISENTO|N");
+      Documentos("NUM_DOC, SER, COD_SIT, TEMISSRETIDO, VL_BC_ISS, MUNICIPIODEVISS, A.COD_PART, Q.COD_MUN"),
+      "10|A|2|0|-|-|1|4106902\n11|A|2|0|-|-|1|4106902\n12|A|0|1|280.0000|4205407|1|4106902\n13|A|0|1|280.0000|4205407|"
+      "1|4106902\n"
+      "14|A|0|1|300.0000|4205407|1|4106902\n15|A|0|0|280.0000|4106902|1|4106902\n16|A|0|0|280.0000|4106902|1|4106902\n"
+      "17|A|0|0|280.0000|4205407|2|4205407\n18|A|0|0|280.0000|4205407|0|-\n19|A|0|0|280.0000|4205407|2|4205407\n20|A|0|"
+      "0|280.0000|4205407|3|4205407\n"
+      "21|A|0|0|280.0000|4106902|1|4106902");
+  EXPECT_EQ(Tabela("SELECT CNPJ, CPF, IE, OPTANTESIMPLES FROM ES02_REG0150"),
+            "99888777000166||90|\n|9|ISENTO|N\n|8|ISENTO|S");
   EXPECT_EQ(Tabela("SELECT VL_BC, VL_IMPOSTO FROM ES02_REGA17R WHERE COD_RECEITA = '1010'"),
             "280.0000|14.0000\n280.0000|14.0000\n0.0000|14.0000");
   EXPECT_EQ(Importar("ValorISS=14 => ValorISS=x") + Importar("11222333000181 => 9") + Importar("ns2:NFe => ns4:NFe"),
-            "false truefalse falsefalse false");
+            "01 A est01 Não f00 \n");
 }
 
 }  // namespace impnfse::testes::sigcorp
