@@ -157,7 +157,7 @@ int Leiautes(const String& caminho, bool json) {
       importadores += (importadores.empty() ? "" : ", ") + classe.get<String>();
     const auto codigo = leiaute["codigo"].get<String>();
     fmt::print("{:>6}  {}\n        {}\n", codigo, leiaute["descricao"].get<String>(),
-               importadores.empty() ? "ainda sem importador" : importadores);
+               importadores.empty() ? "sem importador" : importadores);
     if (!leiaute["proposto"].get<bool>())
       fmt::print("        a análise nunca o propõe: importe com --leiaute {}\n", codigo);
   }

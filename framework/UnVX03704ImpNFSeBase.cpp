@@ -269,6 +269,7 @@ void TNFSeBase::InserirParticipante(const String& numero, const String& ie, cons
   IDParticipante = BuscarProximoCodigoParticipante();
   auto& participante = *GetDados0150();
   participante = {};
+  participante.SetIDREG0000(parte.IDREG0000);
   participante.SetIDREG0150(BuscarID("0150", true).ID);
   participante.SetCOD_PART(std::to_string(IDParticipante));
   participante.SetNOME(parte.NOME);

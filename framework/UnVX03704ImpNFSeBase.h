@@ -48,6 +48,7 @@ struct TDadosParte {
   String OPTANTESIMPLES = {};
   String MUNICIPIO = {};  // its name
   Int64 IDMUNICIPIO = 0;  // its id in CA06_MUNICIPIO
+  Int64 IDREG0000 = 0;    // a period that the participant belongs to
 };
 
 // The country's code, Brazil's unless it is above 0; of a text, blanks aside.

@@ -3,28 +3,39 @@
 #include <array>
 
 #include "UnVX03704ImpNFSe.h"
+#include "UnVX03704ImpNFSeAbaseSistemas.h"
 #include "UnVX03704ImpNFSeAbrasf.h"
 #include "UnVX03704ImpNFSeAbrasfVersao203.h"
+#include "UnVX03704ImpNFSeAgili.h"
+#include "UnVX03704ImpNFSeAgili_v100.h"
 #include "UnVX03704ImpNFSeBetha202.h"
 #include "UnVX03704ImpNFSeBlumenau.h"
 #include "UnVX03704ImpNFSeCampoGrande.h"
+#include "UnVX03704ImpNFSeDBSeller.h"
+#include "UnVX03704ImpNFSeDigifred.h"
 #include "UnVX03704ImpNFSeELOTECH.h"
 #include "UnVX03704ImpNFSeEquiplanoSistemas.h"
 #include "UnVX03704ImpNFSeFacility.h"
 #include "UnVX03704ImpNFSeGEFisco.h"
 #include "UnVX03704ImpNFSeGINFES.h"
+#include "UnVX03704ImpNFSeGrupoAssessor.h"
 #include "UnVX03704ImpNFSeINFISC.h"
 #include "UnVX03704ImpNFSeIPM.h"
 #include "UnVX03704ImpNFSeJoinville.h"
 #include "UnVX03704ImpNFSeJoinvilleServicosTomados.h"
+#include "UnVX03704ImpNFSePaliariEngenhariaSoftware.h"
 #include "UnVX03704ImpNFSePrefeituraModerna.h"
 #include "UnVX03704ImpNFSeProdataInformatica.h"
 #include "UnVX03704ImpNFSePronim.h"
+#include "UnVX03704ImpNFSeRLZInformatica.h"
+#include "UnVX03704ImpNFSeSEMFAZOnline_v108.h"
 #include "UnVX03704ImpNFSeSIGCORP.h"
 #include "UnVX03704ImpNFSeSoftplan.h"
 #include "UnVX03704ImpNFSeSoftplanV022018.h"
 #include "UnVX03704ImpNFSeSystemSolucoesSistemasInformacoes.h"
 #include "UnVX03704ImpNFSeTecnosistemas.h"
+#include "UnVX03704ImpNFSeTecnosistemasCFSe.h"
+#include "UnVX03704ImpNFSeThemaISSQNEletronico.h"
 
 namespace impnfse {
 namespace {
@@ -71,9 +82,6 @@ std::unique_ptr<TNFSeBase> Criar() {
   return std::make_unique<Importador>(false);
 }
 
-// An importer that isn't written yet: its id is an unknown code.
-constexpr std::unique_ptr<TNFSeBase> (*kAindaNao)() = nullptr;
-
 // The family, under the ids that the rules above give. No rule gives 3 and 23.
 constexpr std::array kImportadores = {
     TImportadorNFSe{1, "TNFSeAbrasf", Criar<TNFSeAbrasf>},
@@ -86,30 +94,30 @@ constexpr std::array kImportadores = {
     TImportadorNFSe{7, "TNFSeGEFisco", Criar<TNFSeGEFisco>, TVariacaoNFSe::ComRetorno},
     TImportadorNFSe{8, "TNFSeGINFES", Criar<TNFSeGINFES>},
     TImportadorNFSe{9, "TNFSePrefeituraModerna", Criar<TNFSePrefeituraModerna>},
-    TImportadorNFSe{10, "TNFSeDigifred", kAindaNao},
-    TImportadorNFSe{11, "TNFSeAgili", kAindaNao},
+    TImportadorNFSe{10, "TNFSeDigifred", Criar<TNFSeDigifred>},
+    TImportadorNFSe{11, "TNFSeAgili", Criar<TNFSeAgili>},
     TImportadorNFSe{12, "TNFSeProdataInformatica", Criar<TNFSeProdataInformatica>},
     TImportadorNFSe{13, "TNFSeEquiplanoSistemas", Criar<TNFSeEquiplanoSistemas>},
-    TImportadorNFSe{14, "TNFSePaliariEngenhariaSoftware", kAindaNao},
-    TImportadorNFSe{15, "TNFSeNFSeThemaISSQNEletronico", kAindaNao},
+    TImportadorNFSe{14, "TNFSePaliariEngenhariaSoftware", Criar<TNFSePaliariEngenhariaSoftware>},
+    TImportadorNFSe{15, "TNFSeNFSeThemaISSQNEletronico", Criar<TNFSeNFSeThemaISSQNEletronico>},
     TImportadorNFSe{16, "TNFSeSIGCORP", Criar<TNFSeSIGCORP>},
     TImportadorNFSe{17, "TNFSeTecnosistemas", Criar<TNFSeTecnosistemas>},
     TImportadorNFSe{18, "TNFSeBetha202", Criar<TNFSeBetha202>, TVariacaoNFSe::SemErroNaLista},
     TImportadorNFSe{19, "TNFSeBlumenau", Criar<TNFSeBlumenau>, TVariacaoNFSe::SemErroNaLista},
-    TImportadorNFSe{20, "TNFSeAgili_v100", kAindaNao},
+    TImportadorNFSe{20, "TNFSeAgili_v100", Criar<TNFSeAgili_v100>},
     TImportadorNFSe{21, "TNFSeSoftplan", Criar<TNFSeSoftplan>},
-    TImportadorNFSe{22, "TNFSeDBSeller", kAindaNao},
+    TImportadorNFSe{22, "TNFSeDBSeller", Criar<TNFSeDBSeller>},
     TImportadorNFSe{24, "TNFSePronim", Criar<TNFSePronim>},
     TImportadorNFSe{25, "TNFSeSystemSolucoesSistemasInformacoes", Criar<TNFSeSystemSolucoesSistemasInformacoes>},
-    TImportadorNFSe{26, "TNFSeABASESistemas", kAindaNao},
+    TImportadorNFSe{26, "TNFSeABASESistemas", Criar<TNFSeABASESistemas>},
     TImportadorNFSe{27, "TNFSeIPM", Criar<TNFSeIPM>},
     TImportadorNFSe{28, "TNFSeAbrasf_v203", Criar<TNFSeAbrasf_v203>},
-    TImportadorNFSe{29, "TNFSeGrupoAssessor", kAindaNao},
+    TImportadorNFSe{29, "TNFSeGrupoAssessor", Criar<TNFSeGrupoAssessor>},
     TImportadorNFSe{30, "TNFSeSoftplan022018", Criar<TNFSeSoftplan022018>},
-    TImportadorNFSe{31, "TNFSeSEMFAZOnline", kAindaNao},
-    TImportadorNFSe{32, "TNFSeTecnosistemasCFSe", kAindaNao},
+    TImportadorNFSe{31, "TNFSeSEMFAZOnline", Criar<TNFSeSEMFAZOnline>},
+    TImportadorNFSe{32, "TNFSeTecnosistemasCFSe", Criar<TNFSeTecnosistemasCFSe>},
     TImportadorNFSe{33, "TNFSeELOTECH", Criar<TNFSeELOTECH>},
-    TImportadorNFSe{34, "TNFSeRLZInformatica", kAindaNao},
+    TImportadorNFSe{34, "TNFSeRLZInformatica", Criar<TNFSeRLZInformatica>},
 };
 
 }  // namespace
@@ -124,7 +132,7 @@ std::vector<const TImportadorNFSe*> ImportadoresDoLeiaute(std::string_view codig
     if (regra.Codigo != codigo) continue;
     for (const auto id : {regra.Id, regra.IdSeVale})
       for (const auto& importador : kImportadores)
-        if (importador.Id == id && importador.Criar != nullptr) achados.push_back(&importador);
+        if (importador.Id == id) achados.push_back(&importador);
   }
   return achados;
 }

@@ -31,8 +31,8 @@ enum class TVariacaoNFSe {
 
 struct TImportadorNFSe {
   int Id;
-  std::string_view Classe;                // the text given to InicializarDados, and the name of the class
-  std::unique_ptr<TNFSeBase> (*Criar)();  // null: not written yet
+  std::string_view Classe;  // the text given to InicializarDados, and the name of the class
+  std::unique_ptr<TNFSeBase> (*Criar)();
   TVariacaoNFSe Variacao = TVariacaoNFSe::Nenhuma;
   // Where one id has two importers: whether the file is this one's. The first whose test holds reads it.
   bool (TImpNFSe::*Teste)() const = nullptr;

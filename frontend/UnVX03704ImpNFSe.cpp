@@ -24,8 +24,7 @@ void TImpNFSe::Carregar() {
   TArquivoImpBase::Carregar();
   const auto id = BuscarIdentificacaoNFSe(DadosArquivo.CodigoLeiaute);
   for (const auto& importador : ImportadoresNFSe())
-    if (importador.Id == id && importador.Criar != nullptr &&
-        (importador.Teste == nullptr || (this->*importador.Teste)()))
+    if (importador.Id == id && (importador.Teste == nullptr || (this->*importador.Teste)()))
       return CarregarNFSe(importador);
   GetListaErros().Add(BuscarErroEstruturaArquivo());
   SetTemErros(true);

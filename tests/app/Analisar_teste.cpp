@@ -32,8 +32,7 @@ TEST_F(TTesteAnalisar, LembradoDaFilialOuUnicoOuListaNoFim) {
   EXPECT_EQ(fmt::format("{} {}{}", execucao.Status, execucao.Erros, execucao.Saida), R"(1 ✗ entrada/c.xml
     leiaute 62, o único que serve ao arquivo
     nenhum documento
-    O leiaute "62" não tem importador (veja: impnfse leiautes).
-    A estrutura do arquivo não corresponde a um leiaute de NFS-e conhecido.
+    Nenhuma nota do leiaute 62 foi encontrada no arquivo.
 ✗ falta.xml
     nenhum documento
     O arquivo falta.xml não pode ser lido: não existe.

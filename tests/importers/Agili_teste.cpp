@@ -1,0 +1,98 @@
+#include "Apoio.h"
+
+namespace impnfse::testes::agili {
+
+// A note of the branch to a taker in Curitiba, who retains the ISS, with one service. "tag=text;" is an element.
+constexpr const char* kNota =
+    "<CompNfse><Nfse>Numero=20260900000000000123;DataDeclaracao=2026-02-01;DataEmissao=2026-03-15T10:20:30;<Status>"
+    "Codigo=1;Descricao=Normal;</Status><MunicipioIncidencia>CodigoIbge=42.09102;</MunicipioIncidencia><IssRetido>"
+    "Codigo=sim;Descricao=Reter;</IssRetido>CodigoAutenticidade=AB;<Prestador><CpfCnpj>Cnpj=11222333000181;</CpfCnpj>"
+    "RazaoSocial=Aurora;InscricaoEstadual=50;<Endereco>Endereco=Mar;<Municipio>CodigoIbge=4209102;Nome=Joinville;"
+    "</Municipio>Uf=;CodigoPaisBacen=0;</Endereco></Prestador><Tomador><CpfCnpj>Cnpj=99888777000166;</CpfCnpj>"
+    "InscricaoEstadual=90;RazaoSocial=Bar;<Endereco>TipoLogradouro=R;Endereco=Rua "
+    "A;Numero=10;Complemento=Sl;Bairro=Sul;"
+    "<Municipio>CodigoIbge=4106902;Nome=Ctba;</Municipio>Uf=PR;CodigoPaisBacen=105;</Endereco></Tomador>"
+    "<DeclaracaoPrestacaoServico><OptanteSimplesNacional>Codigo=8;Descricao=Opta;</OptanteSimplesNacional>"
+    "<TributacaoMunicipio>Codigo=0105;</TributacaoMunicipio><Servico>Discriminacao=Aula;Quantidade=1,75;ValorServico="
+    "310;Desconto=12;<ItemLei116>Codigo=802;</ItemLei116></Servico></DeclaracaoPrestacaoServico><ValoresNfse>"
+    "ValorTotalServicos=300;Descontos=20;<RetencoesTributarias>ValorPis=1;ValorCofins=2;ValorInss=3;ValorIr=4;ValorCsll"
+    "=5;</RetencoesTributarias>ValorLiquido=7;DeducaoConstrucaoCivil=9;BaseCalculo=280;Aliquota=2.5;ValorIss=14;"
+    "ValorIssRecolher=13;</ValoresNfse></Nfse></CompNfse>";
+
+class TAgili : public TTesteComBanco {
+ protected:
+  // Imports the notes told by what they replace in the valid one. The outcome: the worker's answer, the error flag, the
+  // number of documents, the last error, the list, the numbers in the summary.
+  String Importar(const std::vector<String>& notas, const String& raiz = "ConsultarNfseFaixaResposta") {
+    String xml;
+    for (const auto& trocas : notas) {
+      String nota = kNota;
+      for (const auto& [de, para] : Casos(trocas)) nota = Substituir(nota, de, para);
+      xml += Elementos(nota);
+    }
+    xml = fmt::format("<{0}><ListaNfse>{1}</ListaNfse></{0}>", raiz, xml);
+    const auto i = TTesteComBanco::Importar(Pasta.Gravar("n.xml", xml), "45");
+    const auto& r = i->GetResumo();
+    xml = fmt::format("{} {} {}/{}/{}", r.Importou, i->GetTemErros(), r.Documentos.size(), r.Erro, Erros(*i));
+    for (const auto& documento : r.Documentos) xml += documento.Numero;
+    xml = Substituir(xml, i->BuscarErroNaoGerouBloco0(), "alheia");
+    return Substituir(xml, i->BuscarErroEstruturaArquivo(), "estrutura");
+  }
+};
+
+TEST_F(TAgili, CadaCampoNoSeuLugar) {
+  EXPECT_EQ(Importar({""}), "true false 1//");
+  EXPECT_EQ(
+      Documentos("NUM_DOC, COD_SIT, DT_DOC, DT_EXE_SERV, CHV_NFSE, VL_DOC, A.VL_DESC, A.VL_ISS, VL_PIS_RET, "
+                 "VL_COFINS_RET, TEMISSRETIDO, NOME, CNPJ, IE, Q.COD_MUN, MUNICIPIO, UF, ENDERECO, NUM, COMPL, "
+                 "BAIRRO, COD_PAIS, OPTANTESIMPLES, NUM_ITEM, VL_ITEM, I.VL_DESC, QTD, ATIVIDADE, ALIQ_ISS, "
+                 "VL_BC_ISS, I.VL_ISS, DEDUCAOISS, CFOPICMS, MUNICIPIODEVISS, COD_LST, CAST(DESCR_ITEM AS VARCHAR(9))"),
+      "900000000000123|0|2026-03-15|2026-03-15|AB|280.0000|20.0000|14.0000|1.0000|2.0000|1|Bar|99888777000166|"
+      "90|4106902|Ctba|PR|Rua A|10|Sl|Sul|105||1|310.0000|12.0000|1.7500|01.05|2.5000|280.0000|14.0000|0.0000|"
+      "6.933.000|4209102|802|Aula");
+  EXPECT_EQ(Documentos("R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO, R.ALIQUOTA"),
+            "1010|280.0000|14.0000|2.5000\n0714|280.0000|4.0000|0.0000\n0910|280.0000|3.0000|0.0000\n"
+            "1101|280.0000|1.0000|0.0000\n1102|280.0000|2.0000|0.0000\n1103|280.0000|5.0000|0.0000");
+}
+
+// Cancelled is a 2 or the word, each by itself, and of such a note the head remains. Retained is a 1 or the word, but
+// only in the place of the code. An issuer who isn't in Simples counts as one who is. A party's code with a dot is
+// none. The city of the ISS is the note's, the taker's, or the branch's.
+TEST_F(TAgili, SinaisPartesELocalDoISS) {
+  const String tomada = "11222333000181 => 44333222000111 | 99888777000166 => 11222333000181 | ";
+  Registrar(Filial(kOutraFilial, "PR"));
+  Importar({tomada + "=8 => =0 | Codigo=1; => Codigo=2; | 4106902 => x", "Normal => cancelado",
+            tomada + "Cnpj=44333222000111 => Cnpj=;Cpf=123 | =Opta => =não | =420 => =42.0 | Normal => Cancelada",
+            "Cnpj=99888777000166 => Cnpj= | =sim => =1 | 42.09102 => 0 | 4106902 => x",
+            "99888777000166 => 11222333000262 | Uf=PR => Uf= | =sim;Descricao=Reter => =2;Descricao=SIM | 42.09102 =>  "
+            "| 2026-03-15T10:20:30 => 5/3/2026"});
+  EXPECT_EQ(
+      Documentos("COD_SIT, TEMISSRETIDO, VL_DOC, CHV_NFSE, DT_DOC, DT_EXE_SERV, MUNICIPIODEVISS, IND_OPER, "
+                 "A.COD_PART, CNPJ, CPF, NOME, IE, Q.COD_MUN, MUNICIPIO, UF, COD_PAIS, OPTANTESIMPLES, (SELECT "
+                 "COUNT(*) FROM ES02_REGA17R T WHERE T.IDREGA100 = A.IDREGA100)"),
+      "2|0|0.0000||2026-03-15|-|-|0|1|44333222000111||Aurora|50|4209102|Joinville|SC|1058|S|0\n"
+      "2|0|0.0000||2026-03-15|-|-|1|2|99888777000166||Bar|90|4106902|Ctba|PR|105||0\n"
+      "0|1|280.0000|AB|2026-03-15|2026-03-15|4209102|0|3||123|Aurora|50|0|Joinville||1058|S|6\n"
+      "0|1|280.0000|AB|2026-03-15|2026-03-15|4205407|1|0|-|-|-|-|-|-|-|-|-|6\n"
+      "0|0|280.0000|AB|2026-03-05|2026-03-05|4106902|1|4|11222333000262||Bar|90|4106902|Ctba|PR|105||5\n"
+      "0|0|280.0000|AB|2026-03-05|2026-03-05|4106902|0|5|11222333000181||Aurora|50|4209102|Joinville|SC|1058|N|5");
+}
+
+// Several services: each has the ISS of its own value, rounded to the cent, and the note keeps the one that it states.
+TEST_F(TAgili, VariosServicos) {
+  Importar({"</Servico> => </Servico><Servico>ValorServico=20.2;</Servico><Servico>ValorServico=10.19;</Servico>"});
+  EXPECT_EQ(Documentos("A.VL_ISS, NUM_ITEM, VL_ITEM, I.VL_DESC, QTD, VL_BC_ISS, I.VL_ISS, ATIVIDADE, COD_LST"),
+            "14.0000|1|310.0000|12.0000|1.7500|310.0000|7.7500|01.05|802\n14.0000|2|20.2000|0.0000|0.0000|20.2000|"
+            "0.5100|01.05|\n14.0000|3|10.1900|0.0000|0.0000|10.1900|0.2500|01.05|");
+}
+
+TEST_F(TAgili, ARaizBastaAoArquivo) {
+  EXPECT_EQ(Importar({}), "true false 0//");
+  EXPECT_EQ(Importar({"11222333000181 => 9", ""}), "true true 1//alheia\n");
+  EXPECT_EQ(Importar({"2026-03-15T10:20:30 => 2026-02-30"}), "true true 0/alheia/alheia\n");
+  EXPECT_EQ(Importar({"", "ValorIss=14 => ValorIss=x", ""}), "true true 1/estrutura/");
+  EXPECT_EQ(Importar({""}, "ConsultarNfseResposta"), "false true 0/estrutura/estrutura\n");
+  EXPECT_EQ(Importar({"<Nfse> => "}), "false true 0/estrutura/estrutura\n");
+}
+
+}  // namespace impnfse::testes::agili

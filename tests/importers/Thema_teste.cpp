@@ -1,0 +1,89 @@
+#include "Apoio.h"
+
+namespace impnfse::testes::thema {
+
+// A note of the branch, whose taker in Joinville retains. "tag=text;" is an element.
+constexpr const char* kNota = R"(<tc:Nota>cpfCnpjTomador=99888777000166;numeroNota=7654321098765432;
+dataEmissao=2026-03-15T10:20:30;situacaoNota=E;valorBruto=300;codigoVerificacao=K9;
+naturezaOperacao=[5.1] Tributação] fora;cpfCnpjPrestador=11222333000181;nome=Aurora;serieNota=U;aliquotaServicos=0.055;
+valorDeducao=8;valorIss=15;valorLiquidoNfse=250;valorCofins=2;valorInss=3;valorIr=4;valorCsll=5;valorPis=1;
+valorDescontoCondicionado=9;valorDescontoIncondicionado=20;discriminacao=Pneus, etc: 4;
+municipioPrestacaoServico=42-09102;itemListaServico=07.02;razaoSocialTomador=Bar;</tc:Nota>)";
+
+class TThema : public TTesteComBanco {
+ protected:
+  // A file of notes, each told by what it replaces in the usual one. The outcome: imported and with errors or not, the
+  // numbers in the summary, the list.
+  String Importar(const std::vector<String>& notas, const String& raiz = "<tc:Notas xmlns:tc='u'>{}</tc:Notas>") {
+    String xml;
+    for (const auto& trocas : notas) {
+      String nota = Substituir(kNota, "\n", "");
+      for (const auto& [de, para] : Casos(trocas)) nota = Substituir(nota, de, para);
+      xml += Elementos(nota);
+    }
+    const auto i = TTesteComBanco::Importar(Pasta.Gravar("n.xml", Substituir(raiz, "{}", xml)), "7");
+    auto saida = fmt::format("{:d}{:d}", i->GetResumo().Importou, i->GetTemErros());
+    for (const auto& documento : i->GetResumo().Documentos) saida += " " + documento.Numero;
+    saida = fmt::format("{} [{}] {};", saida, i->GetResumo().Erro, Substituir(Erros(*i), "\n", ","));
+    saida = Substituir(saida, i->BuscarErroEstruturaArquivo(), "estrutura");
+    return Substituir(saida, i->BuscarErroNaoGerouBloco0(), "alheia");
+  }
+};
+
+// The prefix goes out of the texts too.
+TEST_F(TThema, CadaCampoNoSeuLugar) {
+  EXPECT_EQ(Importar({""}), "10 7654321098765432 [] ;");
+  EXPECT_EQ(
+      Documentos("NUM_DOC, SER, COD_SIT, IND_PGTO, DT_DOC, DT_EXE_SERV, CHV_NFSE, VL_DOC, A.VL_DESC, A.VL_ISS, "
+                 "VL_PIS_RET, VL_COFINS_RET, TEMISSRETIDO, NOME, CNPJ, IE, Q.COD_MUN, UF, COD_PAIS, NUM_ITEM, QTD, "
+                 "VL_ITEM, I.VL_DESC, DEDUCAOISS, ATIVIDADE, VL_BC_ISS, I.VL_ISS, ALIQ_ISS, MUNICIPIODEVISS, I.AUX1, "
+                 "CFOPICMS, COD_LST, CAST(DESCR_ITEM AS VARCHAR(19))"),
+      "654321098765432|U|0|0|2026-03-15|2026-03-15|K9|300.0000|20.0000|15.0000|1.0000|2.0000|1|Bar|99888777000166||"
+      "4209102||1058|1|1.0000|300.0000|0.0000|0.0000|7.02|300.0000|15.0000|5.5000|4209102|5.1|5.933.000|07.02|"
+      "Pneus, e 4");
+  EXPECT_EQ(Documentos("R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO, R.ALIQUOTA"),
+            "1010|300.0000|15.0000|5.5000\n0714|300.0000|4.0000|0.0000\n0910|300.0000|3.0000|0.0000\n"
+            "1101|300.0000|1.0000|0.0000\n1102|300.0000|2.0000|0.0000\n1103|300.0000|5.0000|0.0000");
+}
+
+// The code of the nature needs a bracket, and a blank behind it; five codes retain. A rate is a fraction only below
+// 10%.
+TEST_F(TThema, NaturezaEAliquota) {
+  std::vector<String> notas;
+  for (const auto& [natureza, aliquota] :
+       Casos("[6.1] Não => 0.05 | [5.4] => 0.0333 | [6.4]\tx => 0.5 | [5.7] x => 5,5 | ç5.1] x => 0.05.1 | [5.2] x => "
+             "0.0 | [5.1]x => 0.0,5 | 5.1 => 0.0x |  [5.1] x => 00.05 | ] x =>  | x =>  0.05 | x => 1.234,5"))
+    notas.push_back(fmt::format("=[5.1] Tributação] fora => ={} | =0.055 => ={}", natureza, aliquota));
+  Importar(notas);
+  EXPECT_EQ(Documentos("TEMISSRETIDO, I.AUX1, ALIQ_ISS"),
+            "1|6.1|5.0000\n1|5.4|3.3300\n1|6.4|0.5000\n1|5.7|5.5000\n1|5.1|0.0000\n0|5.2|0.0000\n0|5.1]|0.0000\n0||0."
+            "0000\n0|[5.1|0.0500\n0||0.0000\n0||0.0500\n0||1234.5000");
+  EXPECT_EQ(Tabela("SELECT ALIQUOTA FROM ES02_REGA17R WHERE COD_RECEITA = '1010' ORDER BY IDREGA17R"),
+            "5.0000\n3.3300\n0.5000\n5.5000\n0.0000");
+}
+
+// "N" is a cancelled note. Without a number a taker is nobody, and in another place of service it is another one; a
+// place that can't be read is the branch's for the ISS.
+TEST_F(TThema, SituacaoEPartes) {
+  const String tomada = "11222333000181 => 52998224725 | 99888777000166 => 11222333000181";
+  Importar({"=E => = n ", "=E => =NORMAL", "=E => =", "99888777000166 =>  | 42-09102 => ", tomada,
+            "99888777000166 => 11222333000181 | 07.02 => 7.10", "42-09102 => 4106902", "42-09102 => 0 | 07.02 => x"});
+  EXPECT_EQ(Documentos("IND_OPER, COD_SIT, SER, CHV_NFSE, VL_DOC, A.COD_PART, MUNICIPIODEVISS, ATIVIDADE, CFOPICMS"),
+            "1|2|||0.0000|1|-|-|-\n1|0|U|K9|300.0000|1|4209102|7.02|5.933.000\n1|0|U|K9|300.0000|1|4209102|7.02|"
+            "5.933.000\n1|0|U|K9|300.0000|0|4205407|7.02|5.933.000\n0|0|U|K9|300.0000|2|4209102|7.02|1.933.000\n"
+            "1|0|U|K9|300.0000|0|4209102|7.1|5.933.000\n0|0|U|K9|300.0000|0|4209102|7.1|1.933.000\n"
+            "1|0|U|K9|300.0000|3|4106902|7.02|5.933.000\n1|0|U|K9|300.0000|1|4205407|0.00|5.933.000");
+  EXPECT_EQ(Tabela("SELECT NOME, CNPJ, CPF, COD_MUN, UF FROM ES02_REG0150"),
+            "Bar|99888777000166||4209102|\nAurora||52998224725|4209102|\nBar|99888777000166||4106902|");
+}
+
+TEST_F(TThema, NotaDaEmpresaOuNao) {
+  const String alheia = "11222333000181 => 1";
+  EXPECT_EQ(Importar({alheia, "7654321098765432 => 8"}) + Importar({alheia}),
+            "11 8 [] alheia,;01 [alheia] alheia,alheia,;");
+  EXPECT_EQ(Importar({""}, "<Nota>{}</Nota>") + Importar({}), "00 [] ,;00 [] ,;") << "no root, no note";
+  EXPECT_EQ(Importar({"", "=0.055 => =5%"}) + Importar({"valorIr=4 => valorIr=x"}) + Importar({""}, "{}<"),
+            "11 7654321098765432 [estrutura] ;01 [estrutura] estrutura,;01 [estrutura] estrutura,;");
+}
+
+}  // namespace impnfse::testes::thema
