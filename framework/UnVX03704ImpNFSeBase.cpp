@@ -222,17 +222,16 @@ void TNFSeBase::ConcluirA100() {
   DestroyA100();
 }
 
-void TNFSeBase::ImportarA100() {
-  auto& a100 = *GetDadosA100();
-  InserirRegistro(&a100, true);
-  if (!a100.DeveIncluir()) return;
+void TNFSeBase::ImportarA100(TDadosRegistroA100& documento) {
+  InserirRegistro(&documento, true);
+  if (!documento.DeveIncluir()) return;
   const auto inserirFilhos = [&](const auto& lista) {
     for (const auto& filho : lista.Values())
       if (filho->DeveIncluir()) InserirRegistro(filho.get(), false);
   };
-  inserirFilhos(a100.GetListaDadosA17R());
-  inserirFilhos(a100.GetListaDadosA170());
-  inserirFilhos(a100.GetListaMSG());
+  inserirFilhos(documento.GetListaDadosA17R());
+  inserirFilhos(documento.GetListaDadosA170());
+  inserirFilhos(documento.GetListaMSG());
 }
 
 // The participants

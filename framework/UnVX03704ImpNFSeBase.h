@@ -203,7 +203,8 @@ class TNFSeBase : public TImpDocEletBase {
   void ConcluirA100();
   // Stores the document; then, when the document itself is to be written, its retained taxes, items and messages, as
   // far as they are.
-  void ImportarA100();
+  void ImportarA100() { ImportarA100(*GetDadosA100()); }
+  void ImportarA100(TDadosRegistroA100& documento);
 
   // The participants
   // ------------------------------------------------------------------------------------------------

@@ -1,8 +1,10 @@
 // The notes of text layouts, as their lines tell them: plain values, read whole before any register is made.
 #pragma once
 
+#include <deque>
 #include <vector>
 
+#include "SobDemanda.h"
 #include "VX03704Tipos.h"
 
 namespace impnfse {
@@ -32,14 +34,14 @@ struct TNotaServico {
 };
 using TListaNFSeBlumenau = std::vector<TNotaServico>;
 
-// A line of GEFisco: the head of a document, or one of its items.
+// A line of GEFisco: the head of a document, or one of its items, which tell no person.
 struct TNotaGEFisco {
   int Numero = 0;
   String Serie = {};
   TDateTime Data = 0;
   String Situacao = {};  // "N" regular, "C" cancelled
   String Retencao = {};  // "R" when ISS is retained
-  TPessoa Pessoa = {};
+  TSobDemanda<TPessoa> Pessoa;
   TProduto Produto = {};
   Currency Aliquota;  // of ISS, percent
   Currency ValorDocumento;
@@ -51,6 +53,7 @@ struct TNotaGEFisco {
   Currency ValorCOFINS;
   Currency ValorCSLL;
 };
-using TListaNFSeGEFisco = std::vector<TNotaGEFisco>;
+// Lines go as their documents come, so that a large file isn't held twice.
+using TListaNFSeGEFisco = std::deque<TNotaGEFisco>;
 
 }  // namespace impnfse

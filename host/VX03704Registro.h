@@ -3,6 +3,7 @@
 // at 0, texts empty, dates unset. Money, quantities and rates are Currency; a rate is in percent.
 #pragma once
 
+#include "SobDemanda.h"
 #include "VX03704Dicionario.h"
 #include "VX03704RegistroCampos.h"
 #include "VX03704Tipos.h"
@@ -284,8 +285,8 @@ class TDadosRegistroA100 final : public TRegistroDe<TDadosRegistroA100> {
   String GetChaveDicionario() const override { return std::to_string(GetIDREGA100()); }
 
   // The participant that the document carries.
-  TDadosRegistro0150& GetDados0150() { return FDados0150; }
-  const TDadosRegistro0150& GetDados0150() const { return FDados0150; }
+  TDadosRegistro0150& GetDados0150() { return *FDados0150; }
+  const TDadosRegistro0150& GetDados0150() const { return *FDados0150; }
 
   TDicionario<TDadosRegistroA170>& GetListaDadosA170() { return FListaDadosA170; }
   TDicionario<TDadosRegistroA17R>& GetListaDadosA17R() { return FListaDadosA17R; }
@@ -302,7 +303,7 @@ class TDadosRegistroA100 final : public TRegistroDe<TDadosRegistroA100> {
   bool GetUtilizarUpdateORInsert() const { return FUtilizarUpdateORInsert; }
 
  private:
-  TDadosRegistro0150 FDados0150;
+  TSobDemanda<TDadosRegistro0150> FDados0150;
   TDicionario<TDadosRegistroA170> FListaDadosA170;
   TDicionario<TDadosRegistroA17R> FListaDadosA17R;
   TDicionario<TDadosRegistro0000MSG> FListaMSG;

@@ -50,9 +50,15 @@ void Em(TNotaGEFisco& nota, TLinhaDeCampos& linha) {
   BuscarValorProximoCampo(linha, (nota.*....*Membros));
 }
 
+template <auto Membro>
+void EmPessoa(TNotaGEFisco& nota, TLinhaDeCampos& linha) {
+  BuscarValorProximoCampo(linha, (*nota.Pessoa).*Membro);
+}
+
 void EmCNPJCPF(TNotaGEFisco& nota, TLinhaDeCampos& linha) {
-  BuscarValorProximoCampo(linha, nota.Pessoa.CNPJCPF);
-  nota.Pessoa.TipoPessoa = Comprimento(nota.Pessoa.CNPJCPF) > kTamanhoCPF ? "J" : "F";
+  auto& pessoa = *nota.Pessoa;
+  BuscarValorProximoCampo(linha, pessoa.CNPJCPF);
+  pessoa.TipoPessoa = Comprimento(pessoa.CNPJCPF) > kTamanhoCPF ? "J" : "F";
 }
 
 // A text that no register has.
@@ -71,9 +77,9 @@ constexpr TCampoDaLinha kCamposA100[] = {
     Em<&TNotaGEFisco::BaseCalculo>,
     kPassar,
     EmCNPJCPF,
-    Em<&TNotaGEFisco::Pessoa, &TPessoa::Nome>,
-    Em<&TNotaGEFisco::Pessoa, &TPessoa::Municipio>,
-    Em<&TNotaGEFisco::Pessoa, &TPessoa::CEP>,
+    EmPessoa<&TPessoa::Nome>,
+    EmPessoa<&TPessoa::Municipio>,
+    EmPessoa<&TPessoa::CEP>,
     kPassar,
     kPassar,
     kPassar,
@@ -89,7 +95,7 @@ constexpr TCampoDaLinha kCamposA100[] = {
     kPassar,
     kPassar,
     kPassar,
-    Em<&TNotaGEFisco::Pessoa, &TPessoa::UF>,
+    EmPessoa<&TPessoa::UF>,
     kPassar,  // "E": the person is a foreigner
 };
 
@@ -127,17 +133,22 @@ void TNFSeGEFisco::Carregar() {
   CarregarNFSe();
 }
 
+// Nothing is stored before all lines are read. Then each document goes as soon as it is complete: a large file's don't
+// all have to wait in memory. Where two differ by their dates alone, all wait, so that none is taken for one that the
+// database had before.
 void TNFSeGEFisco::CarregarNFSe() {
   CarregarNotas();
-  for (NotaAtual = 0; NotaAtual < Notas.size(); ++NotaAtual) {
+  for (; !Notas.empty(); Notas.pop_front()) {
     // A note that can't be placed, without a date above all, is passed over in silence.
     if (CarregouRegistro0000Emitente(kTipoRegistro0000).Carregou) {
       CarregarA100();
       IncluirFilialDocumento(tpeEmitente, "");
     }
     LimparDadosEmitenteDestinatario();
+    --LinhasPorVir[BuscarChave()];
+    if (!NumeroEmDuasDatas) Importar(false);
   }
-  Importar();
+  Importar(true);
 }
 
 // The file's name, without its path, tells what its lines are.
@@ -147,7 +158,18 @@ void TNFSeGEFisco::CarregarNotas() {
   if (nome.starts_with('C')) campos = kCamposA100;
   if (nome.starts_with('D')) campos = kCamposA170;
   if (campos.empty()) return;
-  PercorrerLinhas([&](const String& linha) { Notas.push_back(LerNota(linha, campos)); });
+  std::unordered_map<String, TDateTime> datas;
+  PercorrerLinhas([&](const String& linha) {
+    Notas.push_back(LerNota(linha, campos));
+    const auto& nota = Notas.back();
+    ++LinhasPorVir[BuscarChave(nota.Numero, nota.Serie, nota.Data)];
+    const auto data = datas.try_emplace(fmt::format("{}_{}", nota.Numero, nota.Serie), nota.Data).first->second;
+    NumeroEmDuasDatas = NumeroEmDuasDatas || data != nota.Data;
+  });
+}
+
+String TNFSeGEFisco::BuscarChave(int numero, const String& serie, TDateTime data) {
+  return fmt::format("{}_{}_{}", numero, serie, data > 0 ? Substituir(DataComPontos(data), ".", "") : "");
 }
 
 // The documents are the current branch's own: the lines don't say who issued them.
@@ -155,7 +177,7 @@ String TNFSeGEFisco::GetCNPJCPFEmitente() { return GetDadosEmpresaImportacao()->
 
 String TNFSeGEFisco::GetIEEmitente() { return GetDadosEmpresaImportacao()->GetDadosFilial().IE; }
 
-String TNFSeGEFisco::GetCNPJCPFDestinatario() { return GetNota().Pessoa.CNPJCPF; }
+String TNFSeGEFisco::GetCNPJCPFDestinatario() { return (*GetNota().Pessoa).CNPJCPF; }
 
 TDateTime TNFSeGEFisco::GetData() { return GetNota().Data; }
 
@@ -188,8 +210,7 @@ void TNFSeGEFisco::CarregarA100() {
 // The document of the line at hand: the file's, or the one that is stored, or a new one. A line that was placed has a
 // date.
 TDadosRegistroA100& TNFSeGEFisco::DocumentoDaNota() {
-  const auto chave =
-      fmt::format("{}_{}_{}", GetNota().Numero, GetNota().Serie, Substituir(DataComPontos(GetData()), ".", ""));
+  const auto chave = BuscarChave();
   if (auto* const daLista = ListaDadosA100.TryGetValue(chave)) return *daLista;
   auto& documento = ListaDadosA100.Add(chave, std::make_unique<TDadosRegistroA100>());
   documento.SetIDREG0000(GetIDREG0000());
@@ -247,7 +268,7 @@ void TNFSeGEFisco::AssignA100Banco(TDadosRegistroA100& documento) {
 void TNFSeGEFisco::Carregar0150() {
   IDParticipante = 0;
   CarregarDestinatario([&]() -> TDadosParte {
-    const auto& pessoa = GetNota().Pessoa;
+    const auto& pessoa = *GetNota().Pessoa;
     const auto codigo = BuscarMunicipio(pessoa.UF, pessoa.Municipio).CODIGOFEDERAL;
     return {.COD_MUN = InteiroDosDigitos(codigo), .NOME = pessoa.Nome, .UF = pessoa.UF, .MUNICIPIO = pessoa.Municipio};
   });
@@ -293,12 +314,15 @@ void TNFSeGEFisco::CarregarA170(TDadosRegistroA100& documento) {
   documento.GetListaDadosA170().Add(chave, std::move(item));
 }
 
-// Nothing of the documents is stored before the last line was read.
-void TNFSeGEFisco::Importar() {
-  for (const auto& documento : ListaDadosA100.Values()) {
-    GetDadosA100()->Assign(*documento);
-    GetDadosA100()->SetUtilizarUpdateORInsert(true);
-    ConcluirA100();
+// The documents are stored in the order of their first lines; unless all are to be, as far as no line is left for them.
+void TNFSeGEFisco::Importar(bool todos) {
+  for (; Importados < ListaDadosA100.Count(); ++Importados) {
+    const auto& proximo = *ListaDadosA100.Values()[Importados];
+    const auto numero = static_cast<int>(proximo.GetNUM_DOC());
+    if (!todos && LinhasPorVir[BuscarChave(numero, proximo.GetSER(), proximo.GetDT_DOC())] > 0) return;
+    const auto documento = ListaDadosA100.Retirar(Importados);
+    documento->SetUtilizarUpdateORInsert(true);
+    ImportarA100(*documento);
   }
 }
 

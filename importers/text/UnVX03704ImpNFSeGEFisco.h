@@ -23,7 +23,7 @@ class TNFSeGEFisco final : public TNFSeBase {
   TDateTime GetData() override;
 
  private:
-  const TNotaGEFisco& GetNota() const { return Notas[NotaAtual]; }
+  const TNotaGEFisco& GetNota() const { return Notas.front(); }
 
   void CarregarNFSe();
   void CarregarNotas();
@@ -32,16 +32,20 @@ class TNFSeGEFisco final : public TNFSeBase {
   Int64 Carregar0200(const TDadosRegistroA100& documento);
   void CarregarA17R(TDadosRegistroA100& documento);
   void CarregarA170(TDadosRegistroA100& documento);
-  void Importar();
+  void Importar(bool todos);
 
   bool DocumentoTemISSRetido() const;
+  static String BuscarChave(int numero, const String& serie, TDateTime data);
+  String BuscarChave() const { return BuscarChave(GetNota().Numero, GetNota().Serie, GetNota().Data); }
   TDadosRegistroA100& DocumentoDaNota();
   bool PodeEstarNoBanco(const TDadosRegistroA100& documento);
   void AssignA100Banco(TDadosRegistroA100& documento);
 
-  TListaNFSeGEFisco Notas;  // the file's lines
-  std::size_t NotaAtual = 0;
+  TListaNFSeGEFisco Notas;                         // the file's lines, from the one at hand
   TDicionario<TDadosRegistroA100> ListaDadosA100;  // the file's documents by number, series and date
+  std::size_t Importados = 0;                      // how many of them are stored, and gone since
+  std::unordered_map<String, int> LinhasPorVir;    // of each document
+  bool NumeroEmDuasDatas = false;
   std::unordered_map<Int64, std::unordered_set<Int64>> NumerosNoBanco;  // NUM_DOC by period
 };
 
