@@ -304,7 +304,8 @@ const TDadosRegistro0150* TArmazemRegistros::BuscarParticipante(const TDadosPesq
   return Proteger([&]() -> const TDadosRegistro0150* {
     const auto& lista = Participantes(chave.CNPJCPF, chave.IE);
     const auto achado = std::find_if(lista.begin(), lista.end(), [&](const TDadosRegistro0150& p) {
-      return chave.COD_MUN == 0 || p.GetCOD_MUN() == chave.COD_MUN;
+      // Without a number and without a city a note names nobody: it mustn't go to whoever has no number either.
+      return (chave.COD_MUN == 0 && !chave.CNPJCPF.empty()) || p.GetCOD_MUN() == chave.COD_MUN;
     });
     if (achado == lista.end()) return nullptr;
     FIdsDeParticipantes[achado->GetCOD_PART()] = achado->GetIDREG0150();

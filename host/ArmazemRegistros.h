@@ -40,8 +40,8 @@ class TArmazemRegistros final : private IGravadorRegistros {
   void Inserir(const TDadosRegistroSped& registro);
   void Inserir(const TRegistroAuxManutencao& registro);
 
-  // The company's participant with that number, registration and municipality (0 matches any, the oldest first); null
-  // when there is none. Those stored earlier in the run count.
+  // The company's participant with that number, registration and municipality (0 matches any, the oldest first, when
+  // there is a number); null when there is none. Those stored earlier in the run count.
   const TDadosRegistro0150* BuscarParticipante(const TDadosPesquisaRegistro0150IOP& chave);
   // The company's item with that stored description; 0 when there is none.
   Int64 BuscarItem(const String& descricaoArmazenada);
