@@ -32,16 +32,23 @@ using IXMLTcDadosServicoTecnosistemasCFSe = TElemento<kFormatoTecnosistemasCFSe,
 
 // The root of a file of receipts; nothing when it has another root or can't be opened at all. A declaration of UTF-16
 // in lower case, which files of this vendor carry whatever their bytes are, is put right ahead of the parse. Any other
-// file is read as its bytes and its own declaration tell.
+// file is read as its own declaration tells, or else, when its bytes aren't of that encoding, as its text.
 inline std::optional<IXMLConsultarCupomFiscalRespostaTecnosistemasCFSe>
 LoadConsultarCupomFiscalRespostaTecnosistemasCFSe(const String& arquivo) {
   static constexpr std::string_view kDeclarada = R"(encoding="utf-16")";
   static constexpr std::string_view kCorreta = R"(encoding="utf-8")";
-  try {
-    auto bytes = LerArquivo(arquivo);
-    if (const auto texto = DecodificarTexto(bytes); texto.find(kDeclarada) != texto.npos)
-      bytes = Substituir(texto, kDeclarada, kCorreta);
+  const auto load = [](std::string_view bytes) {
     return Load<IXMLConsultarCupomFiscalRespostaTecnosistemasCFSe>(LoadXMLTexto(bytes), "ConsultarCupomFiscalResposta");
+  };
+  try {
+    const auto bytes = LerArquivo(arquivo);
+    const auto texto = DecodificarTexto(bytes);
+    if (texto.find(kDeclarada) != texto.npos) return load(Substituir(texto, kDeclarada, kCorreta));
+    try {
+      return load(bytes);
+    } catch (const EXML&) {
+      return load(texto);
+    }
   } catch (const std::exception&) {
     return std::nullopt;
   }
