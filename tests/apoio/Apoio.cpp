@@ -33,6 +33,21 @@ std::vector<std::pair<String, String>> Casos(std::string_view texto) {
   return casos;
 }
 
+String Trocar(String texto, std::string_view trocas) {
+  for (const auto& [de, para] : Casos(trocas)) texto = Substituir(texto, de, para);
+  return texto;
+}
+
+String Resultado(TImpNFSe& importacao) {
+  const auto& resumo = importacao.GetResumo();
+  auto texto = fmt::format("{:d}{:d} ", resumo.Importou, importacao.GetTemErros());
+  for (const auto& [lado, numero] : resumo.Documentos) texto += fmt::format("[{:d} {}]", lado, numero);
+  if (!resumo.Erro.empty()) texto += "!" + resumo.Erro + " ";
+  texto = Substituir(texto + Erros(importacao), "\n", ";");
+  texto = Substituir(texto, importacao.BuscarErroNaoGerouBloco0(), "alheia");
+  return Substituir(texto, importacao.BuscarErroEstruturaArquivo(), "estrutura");
+}
+
 String Elementos(std::string_view texto, char fim) {
   const auto ehDoNome = [](unsigned char c) { return std::isalnum(c) != 0 || c == '_' || c == '-'; };
   String xml;
@@ -140,6 +155,13 @@ std::unique_ptr<TImpNFSe> TTesteComBanco::Importar(const String& arquivo, const 
   importacao->Start();
   importacao->WaitFor();
   return importacao;
+}
+
+String TTesteComBanco::ImportarNotas(const String& leiaute, std::string_view modelo, const std::vector<String>& trocas,
+                                     std::string_view raiz) {
+  String notas;
+  for (const auto& troca : trocas) notas += Elementos(Trocar(String(modelo), troca));
+  return Resultado(*Importar(Pasta.Gravar("notas.xml", Substituir(raiz, "{}", notas)), leiaute));
 }
 
 String TTesteComBanco::Documentos(const String& colunas) {

@@ -16,6 +16,8 @@ namespace fs = std::filesystem;
 
 // A table of cases from one text: "input => expected | input => expected".
 std::vector<std::pair<String, String>> Casos(std::string_view texto);
+// The text with those replacements made, "text => other | text => other", wherever the text stands.
+String Trocar(String texto, std::string_view trocas);
 ::testing::AssertionResult Contem(const String& texto, std::string_view parte);
 String Repetir(std::string_view texto, int vezes);
 // The text with each "tag=text;" in it as an element (or what `fim` is in place of ";"). Attributes stay.
@@ -66,6 +68,10 @@ class TTesteComBanco : public ::testing::Test {
 
   // Imports the file, and gives the front end after its run.
   std::unique_ptr<TImpNFSe> Importar(const String& arquivo, const String& leiaute = "43");
+  // Imports notes, each told by what it replaces in the model, in a file whose root has them in place of "{}";
+  // "tag=text;" stands for an element. Gives what the run tells.
+  String ImportarNotas(const String& leiaute, std::string_view modelo, const std::vector<String>& trocas,
+                       std::string_view raiz = "{}");
 
   String Tabela(const String& sql) { return testes::Tabela(Banco(), sql); }
   // The same of the stored documents (A) with their periods (P), participants (Q), items (I), the descriptions of these
@@ -78,6 +84,11 @@ class TTesteComBanco : public ::testing::Test {
  private:
   std::optional<TSuite> FSuite;
 };
+
+// What a run tells: imported and with errors or not, "[side number]" of each document in the summary, "!" and the
+// worker's last error, the error list in one line. A note that is nobody's is "alheia", the structure error
+// "estrutura".
+String Resultado(TImpNFSe& importacao);
 
 // The error list as one text, a line each.
 inline String Erros(TArquivoImpBase& importacao) { return importacao.GetListaErros().Text(); }

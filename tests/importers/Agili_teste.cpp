@@ -2,46 +2,30 @@
 
 namespace impnfse::testes::agili {
 
-// A note of the branch to a taker in Curitiba, who retains the ISS, with one service. "tag=text;" is an element.
-constexpr const char* kNota =
-    "<CompNfse><Nfse>Numero=20260900000000000123;DataDeclaracao=2026-02-01;DataEmissao=2026-03-15T10:20:30;<Status>"
-    "Codigo=1;Descricao=Normal;</Status><MunicipioIncidencia>CodigoIbge=42.09102;</MunicipioIncidencia><IssRetido>"
-    "Codigo=sim;Descricao=Reter;</IssRetido>CodigoAutenticidade=AB;<Prestador><CpfCnpj>Cnpj=11222333000181;</CpfCnpj>"
-    "RazaoSocial=Aurora;InscricaoEstadual=50;<Endereco>Endereco=Mar;<Municipio>CodigoIbge=4209102;Nome=Joinville;"
-    "</Municipio>Uf=;CodigoPaisBacen=0;</Endereco></Prestador><Tomador><CpfCnpj>Cnpj=99888777000166;</CpfCnpj>"
-    "InscricaoEstadual=90;RazaoSocial=Bar;<Endereco>TipoLogradouro=R;Endereco=Rua "
-    "A;Numero=10;Complemento=Sl;Bairro=Sul;"
-    "<Municipio>CodigoIbge=4106902;Nome=Ctba;</Municipio>Uf=PR;CodigoPaisBacen=105;</Endereco></Tomador>"
-    "<DeclaracaoPrestacaoServico><OptanteSimplesNacional>Codigo=8;Descricao=Opta;</OptanteSimplesNacional>"
-    "<TributacaoMunicipio>Codigo=0105;</TributacaoMunicipio><Servico>Discriminacao=Aula;Quantidade=1,75;ValorServico="
-    "310;Desconto=12;<ItemLei116>Codigo=802;</ItemLei116></Servico></DeclaracaoPrestacaoServico><ValoresNfse>"
-    "ValorTotalServicos=300;Descontos=20;<RetencoesTributarias>ValorPis=1;ValorCofins=2;ValorInss=3;ValorIr=4;ValorCsll"
-    "=5;</RetencoesTributarias>ValorLiquido=7;DeducaoConstrucaoCivil=9;BaseCalculo=280;Aliquota=2.5;ValorIss=14;"
-    "ValorIssRecolher=13;</ValoresNfse></Nfse></CompNfse>";
+// A note of the branch to a taker in Curitiba, who retains the ISS, with one service.
+constexpr std::string_view kNota = R"(<CompNfse><Nfse>Numero=20260900000000000123;DataDeclaracao=2026-02-01;
+DataEmissao=2026-03-15T10:20:30;<Status>Codigo=1;Descricao=Normal;</Status><MunicipioIncidencia>CodigoIbge=42.09102;
+</MunicipioIncidencia><IssRetido>Codigo=sim;Descricao=Reter;</IssRetido>CodigoAutenticidade=AB;<Prestador><CpfCnpj>
+Cnpj=11222333000181;</CpfCnpj>RazaoSocial=Aurora;InscricaoEstadual=50;<Endereco>Endereco=Mar;<Municipio>
+CodigoIbge=4209102;Nome=Joinville;</Municipio>Uf=;CodigoPaisBacen=0;</Endereco></Prestador><Tomador><CpfCnpj>
+Cnpj=99888777000166;</CpfCnpj>InscricaoEstadual=90;RazaoSocial=Bar;<Endereco>TipoLogradouro=R;Endereco=Rua A;Numero=10;
+Complemento=Sl;Bairro=Sul;<Municipio>CodigoIbge=4106902;Nome=Ctba;</Municipio>Uf=PR;CodigoPaisBacen=105;</Endereco>
+</Tomador><DeclaracaoPrestacaoServico><OptanteSimplesNacional>Codigo=8;Descricao=Opta;</OptanteSimplesNacional>
+<TributacaoMunicipio>Codigo=0105;</TributacaoMunicipio><Servico>Discriminacao=Aula;Quantidade=1,75;ValorServico=310;
+Desconto=12;<ItemLei116>Codigo=802;</ItemLei116></Servico></DeclaracaoPrestacaoServico><ValoresNfse>
+ValorTotalServicos=300;Descontos=20;<RetencoesTributarias>ValorPis=1;ValorCofins=2;ValorInss=3;ValorIr=4;ValorCsll=5;
+</RetencoesTributarias>ValorLiquido=7;DeducaoConstrucaoCivil=9;BaseCalculo=280;Aliquota=2.5;ValorIss=14;
+ValorIssRecolher=13;</ValoresNfse></Nfse></CompNfse>)";
+const String kRaiz = "<ConsultarNfseFaixaResposta><ListaNfse>{}</ListaNfse></ConsultarNfseFaixaResposta>";
 
-class TAgili : public TTesteComBanco {
- protected:
-  // Imports the notes told by what they replace in the valid one. The outcome: the worker's answer, the error flag, the
-  // number of documents, the last error, the list, the numbers in the summary.
-  String Importar(const std::vector<String>& notas, const String& raiz = "ConsultarNfseFaixaResposta") {
-    String xml;
-    for (const auto& trocas : notas) {
-      String nota = kNota;
-      for (const auto& [de, para] : Casos(trocas)) nota = Substituir(nota, de, para);
-      xml += Elementos(nota);
-    }
-    xml = fmt::format("<{0}><ListaNfse>{1}</ListaNfse></{0}>", raiz, xml);
-    const auto i = TTesteComBanco::Importar(Pasta.Gravar("n.xml", xml), "45");
-    const auto& r = i->GetResumo();
-    xml = fmt::format("{} {} {}/{}/{}", r.Importou, i->GetTemErros(), r.Documentos.size(), r.Erro, Erros(*i));
-    for (const auto& documento : r.Documentos) xml += documento.Numero;
-    xml = Substituir(xml, i->BuscarErroNaoGerouBloco0(), "alheia");
-    return Substituir(xml, i->BuscarErroEstruturaArquivo(), "estrutura");
+struct TAgili : TTesteComBanco {
+  String Importar(const std::vector<String>& notas, const String& raiz = kRaiz) {
+    return ImportarNotas("45", kNota, notas, raiz);
   }
 };
 
 TEST_F(TAgili, CadaCampoNoSeuLugar) {
-  EXPECT_EQ(Importar({""}), "true false 1//");
+  EXPECT_EQ(Importar({""}), "10 [0 ]");
   EXPECT_EQ(
       Documentos("NUM_DOC, COD_SIT, DT_DOC, DT_EXE_SERV, CHV_NFSE, VL_DOC, A.VL_DESC, A.VL_ISS, VL_PIS_RET, "
                  "VL_COFINS_RET, TEMISSRETIDO, NOME, CNPJ, IE, Q.COD_MUN, MUNICIPIO, UF, ENDERECO, NUM, COMPL, "
@@ -64,12 +48,12 @@ TEST_F(TAgili, SinaisPartesELocalDoISS) {
   Importar({tomada + "=8 => =0 | Codigo=1; => Codigo=2; | 4106902 => x", "Normal => cancelado",
             tomada + "Cnpj=44333222000111 => Cnpj=;Cpf=123 | =Opta => =não | =420 => =42.0 | Normal => Cancelada",
             "Cnpj=99888777000166 => Cnpj= | =sim => =1 | 42.09102 => 0 | 4106902 => x",
-            "99888777000166 => 11222333000262 | Uf=PR => Uf= | =sim;Descricao=Reter => =2;Descricao=SIM | 42.09102 =>  "
-            "| 2026-03-15T10:20:30 => 5/3/2026"});
+            "99888777000166 => 11222333000262 | Uf=PR => Uf= | =sim;Descricao=Reter => =2;Descricao=SIM | "
+            "42.09102 =>  | 2026-03-15T10:20:30 => 5/3/2026"});
   EXPECT_EQ(
       Documentos("COD_SIT, TEMISSRETIDO, VL_DOC, CHV_NFSE, DT_DOC, DT_EXE_SERV, MUNICIPIODEVISS, IND_OPER, "
-                 "A.COD_PART, CNPJ, CPF, NOME, IE, Q.COD_MUN, MUNICIPIO, UF, COD_PAIS, OPTANTESIMPLES, (SELECT "
-                 "COUNT(*) FROM ES02_REGA17R T WHERE T.IDREGA100 = A.IDREGA100)"),
+                 "A.COD_PART, CNPJ, CPF, NOME, IE, Q.COD_MUN, MUNICIPIO, UF, COD_PAIS, OPTANTESIMPLES, "
+                 "(SELECT COUNT(*) FROM ES02_REGA17R T WHERE T.IDREGA100 = A.IDREGA100)"),
       "2|0|0.0000||2026-03-15|-|-|0|1|44333222000111||Aurora|50|4209102|Joinville|SC|1058|S|0\n"
       "2|0|0.0000||2026-03-15|-|-|1|2|99888777000166||Bar|90|4106902|Ctba|PR|105||0\n"
       "0|1|280.0000|AB|2026-03-15|2026-03-15|4209102|0|3||123|Aurora|50|0|Joinville||1058|S|6\n"
@@ -87,12 +71,12 @@ TEST_F(TAgili, VariosServicos) {
 }
 
 TEST_F(TAgili, ARaizBastaAoArquivo) {
-  EXPECT_EQ(Importar({}), "true false 0//");
-  EXPECT_EQ(Importar({"11222333000181 => 9", ""}), "true true 1//alheia\n");
-  EXPECT_EQ(Importar({"2026-03-15T10:20:30 => 2026-02-30"}), "true true 0/alheia/alheia\n");
-  EXPECT_EQ(Importar({"", "ValorIss=14 => ValorIss=x", ""}), "true true 1/estrutura/");
-  EXPECT_EQ(Importar({""}, "ConsultarNfseResposta"), "false true 0/estrutura/estrutura\n");
-  EXPECT_EQ(Importar({"<Nfse> => "}), "false true 0/estrutura/estrutura\n");
+  EXPECT_EQ(Importar({}), "10 ");
+  EXPECT_EQ(Importar({"11222333000181 => 9", ""}), "11 [0 ]alheia;");
+  EXPECT_EQ(Importar({"2026-03-15T10:20:30 => 2026-02-30"}), "11 !alheia alheia;");
+  EXPECT_EQ(Importar({"", "ValorIss=14 => ValorIss=x", ""}), "11 [0 ]!estrutura ");
+  EXPECT_EQ(Importar({""}, Substituir(kRaiz, "Faixa", "")), "01 !estrutura estrutura;");
+  EXPECT_EQ(Importar({"<Nfse> => "}), "01 !estrutura estrutura;");
 }
 
 }  // namespace impnfse::testes::agili

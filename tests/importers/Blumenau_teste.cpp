@@ -26,16 +26,14 @@ String Linha(char forma, std::string_view trocas = "") {
 }
 
 struct TBlumenau : TTesteComBanco {
-  // Whether it has errors, the number of documents, the errors.
   String Importar(const std::vector<String>& linhas) {
-    const auto i = TTesteComBanco::Importar(Pasta.Gravar("b.txt", fmt::to_string(fmt::join(linhas, "\r\n"))), "42");
-    return fmt::format("{} {} {}", i->GetTemErros(), i->GetResumo().Documentos.size(), Erros(*i));
+    return Resultado(*TTesteComBanco::Importar(Pasta.Gravar("b.txt", fmt::to_string(fmt::join(linhas, "\r\n"))), "42"));
   }
 };
 
 TEST_F(TBlumenau, CadaCampoNasTresFormas) {
   for (const auto forma : {'L', ';', '\t'}) {
-    EXPECT_EQ(Importar({"1;2026", "", Linha(forma), "9"}), "false 1 ");
+    EXPECT_EQ(Importar({"1;2026", "", Linha(forma), "9"}), "00 [0 ]");
     EXPECT_EQ(Documentos("NUM_DOC, CHV_NFSE, DT_DOC, DT_EXE_SERV, VL_DOC, A.VL_ISS, VL_PIS_RET, "
                          "VL_COFINS_RET, TEMISSRETIDO, Q.NOME, CNPJ, CPF, IE, MUNICIPIO, IDMUNICIPIO, COD_MUN, "
                          "ENDERECO, NUM, COMPL, BAIRRO, Q.UF, VL_BC_ISS, I.VL_ISS, ALIQ_ISS, DEDUCAOISS, ATIVIDADE, "
@@ -76,10 +74,10 @@ TEST_F(TBlumenau, CanceladasValoresTomadoresEPeriodo) {
 // One bad field, or a line cut off, and nothing of the file is stored.
 TEST_F(TBlumenau, ArquivosInvalidos) {
   for (const auto& [campo, texto] : Casos("2 => x | 2 => 2147483648 | 3 => 2026-10-05 | 3 =>  | 22 => T | 32 => 1x"))
-    EXPECT_TRUE(Contem(Importar({Linha('\t'), Linha(';', campo + " => " + texto)}), "0 '" + texto + "' não é "));
+    EXPECT_TRUE(Contem(Importar({Linha('\t'), Linha(';', campo + " => " + texto)}), "01 '" + texto + "' não é "));
   for (const auto& linha : {Linha('L').substr(0, 1100), Linha(';').substr(0, 180)})
-    EXPECT_EQ(Importar({Linha(';'), linha}), "true 0 A linha da nota 1234 está incompleta.\n");
-  EXPECT_EQ(Importar({"1", "9"}), "true 0 ") << "a file without notes has no date";
+    EXPECT_EQ(Importar({Linha(';'), linha}), "01 A linha da nota 1234 está incompleta.;");
+  EXPECT_EQ(Importar({"1", "9"}), "01 ") << "a file without notes has no date";
   EXPECT_EQ(Contar("ES02_REG0150"), 0);
 }
 

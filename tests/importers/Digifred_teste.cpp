@@ -2,41 +2,26 @@
 
 namespace impnfse::testes::digifred {
 
-// A note of the branch to a taker in Curitiba, who retains the ISS. "tag=text;" is an element.
-constexpr const char* kNota =
-    "<GerarNfseResposta><ListaNfse><CompNfse><Nfse versao='2.02'><InfNfse Id='n'>Numero=20260900000000000123;"
-    "CodigoVerificacao=AB;DataEmissao=2026-03-15T10:20:30;<ValoresNfse>BaseCalculo=280;Aliquota=2.5;ValorIss=14;"
-    "ValorLiquidoNfse=7;</ValoresNfse><EnderecoPrestadorServico>Endereco=Mar;Numero=5;Bairro=Norte;"
-    "CodigoMunicipio=4209102;Uf=;</EnderecoPrestadorServico><OrgaoGerador>CodigoMunicipio=4205407;</OrgaoGerador>"
-    "<DeclaracaoPrestacaoServico><InfDeclaracaoPrestacaoServico><Rps>DataEmissao=2026-02-01;</"
-    "Rps>Competencia=2026-01-01;"
-    "<Servico><Valores>ValorServicos=300;ValorDeducoes=9;ValorPis=1;ValorCofins=2;ValorInss=3;ValorIr=4;ValorCsll=5;"
-    "OutrasRetencoes=6;DescontoIncondicionado=20;DescontoCondicionado=8;</Valores>IssRetido=1;ItemListaServico=802;"
-    "CodigoTributacaoMunicipio=0105;Discriminacao=Aula;CodigoMunicipio=4205407;MunicipioIncidencia=42.04202;</Servico>"
-    "<Prestador><CpfCnpj>Cnpj=11222333000181;</CpfCnpj></Prestador><Tomador><IdentificacaoTomador><CpfCnpj>"
-    "Cnpj=99888777000166;</CpfCnpj></IdentificacaoTomador>RazaoSocial=Bar;<Endereco>Endereco=Rua "
-    "A;Numero=10;Bairro=Sul;"
-    "CodigoMunicipio=4106902;Uf=PR;</Endereco></Tomador>OptanteSimplesNacional=1;</InfDeclaracaoPrestacaoServico>"
-    "</DeclaracaoPrestacaoServico></InfNfse></Nfse></CompNfse></ListaNfse></GerarNfseResposta>";
+// A note of the branch to a taker in Curitiba, who retains the ISS.
+constexpr std::string_view kNota = R"(<GerarNfseResposta><ListaNfse><CompNfse><Nfse versao='2.02'><InfNfse Id='n'>
+Numero=20260900000000000123;CodigoVerificacao=AB;DataEmissao=2026-03-15T10:20:30;<ValoresNfse>BaseCalculo=280;
+Aliquota=2.5;ValorIss=14;ValorLiquidoNfse=7;</ValoresNfse><EnderecoPrestadorServico>Endereco=Mar;Numero=5;Bairro=Norte;
+CodigoMunicipio=4209102;Uf=;</EnderecoPrestadorServico><OrgaoGerador>CodigoMunicipio=4205407;</OrgaoGerador>
+<DeclaracaoPrestacaoServico><InfDeclaracaoPrestacaoServico><Rps>DataEmissao=2026-02-01;</Rps>Competencia=2026-01-01;
+<Servico><Valores>ValorServicos=300;ValorDeducoes=9;ValorPis=1;ValorCofins=2;ValorInss=3;ValorIr=4;ValorCsll=5;
+OutrasRetencoes=6;DescontoIncondicionado=20;DescontoCondicionado=8;</Valores>IssRetido=1;ItemListaServico=802;
+CodigoTributacaoMunicipio=0105;Discriminacao=Aula;CodigoMunicipio=4205407;MunicipioIncidencia=42.04202;</Servico>
+<Prestador><CpfCnpj>Cnpj=11222333000181;</CpfCnpj></Prestador><Tomador><IdentificacaoTomador><CpfCnpj>
+Cnpj=99888777000166;</CpfCnpj></IdentificacaoTomador>RazaoSocial=Bar;<Endereco>Endereco=Rua A;Numero=10;Bairro=Sul;
+CodigoMunicipio=4106902;Uf=PR;</Endereco></Tomador>OptanteSimplesNacional=1;</InfDeclaracaoPrestacaoServico>
+</DeclaracaoPrestacaoServico></InfNfse></Nfse></CompNfse></ListaNfse></GerarNfseResposta>)";
 
-class TDigifred : public TTesteComBanco {
- protected:
-  // Imports the note told by what it replaces in the valid one. The outcome: the worker's answer, the error flag, the
-  // number of documents, the last error, the list, the numbers in the summary.
-  String Importar(const String& trocas) {
-    String nota = kNota;
-    for (const auto& [de, para] : Casos(trocas)) nota = Substituir(nota, de, para);
-    const auto i = TTesteComBanco::Importar(Pasta.Gravar("n.xml", Elementos(nota)), "32");
-    const auto& r = i->GetResumo();
-    auto texto = fmt::format("{} {} {}/{}/{}", r.Importou, i->GetTemErros(), r.Documentos.size(), r.Erro, Erros(*i));
-    for (const auto& documento : r.Documentos) texto += documento.Numero;
-    texto = Substituir(texto, i->BuscarErroNaoGerouBloco0(), "alheia");
-    return Substituir(texto, i->BuscarErroEstruturaArquivo(), "estrutura");
-  }
+struct TDigifred : TTesteComBanco {
+  String Importar(const String& trocas) { return ImportarNotas("32", kNota, {trocas}); }
 };
 
 TEST_F(TDigifred, CadaCampoNoSeuLugar) {
-  EXPECT_EQ(Importar(""), "true false 1//");
+  EXPECT_EQ(Importar(""), "10 [0 ]");
   EXPECT_EQ(Documentos("NUM_DOC, COD_SIT, DT_DOC, DT_EXE_SERV, CHV_NFSE, VL_DOC, A.VL_DESC, A.VL_ISS, VL_PIS_RET, "
                        "VL_COFINS_RET, TEMISSRETIDO, NOME, CNPJ, IE, Q.COD_MUN, MUNICIPIO, UF, ENDERECO, NUM, BAIRRO, "
                        "COD_PAIS, OPTANTESIMPLES, NUM_ITEM, VL_ITEM, I.VL_DESC, QTD, ATIVIDADE, ALIQ_ISS, VL_BC_ISS, "
@@ -61,13 +46,12 @@ TEST_F(TDigifred, PartesRetencaoELocalDoISS) {
         String("Cnpj=99888777000166 => Cnpj=;Cpf=789 | 42.04202 => "),
         String("99888777000166 => 11222333000262 | =PR => = | IssRetido=1 => IssRetido= 1")})
     Importar(trocas);
-  EXPECT_EQ(Documentos("TEMISSRETIDO, MUNICIPIODEVISS, IND_OPER, A.COD_PART, CNPJ, CPF, NOME, Q.COD_MUN, UF, ENDERECO, "
-                       "NUM, BAIRRO, OPTANTESIMPLES, (SELECT COUNT(*) FROM ES02_REGA17R T WHERE T.IDREGA100 = "
-                       "A.IDREGA100)"),
-            "0|4204202|0|1|44333222000111|||4209102|SC|Mar|5|Norte|S|5\n"
-            "1|4204202|0|2||123||4209102|SC|Mar|5|Norte|N|6\n0|4204202|0|3||||0||Mar|5|Norte|S|5\n"
-            "1|4204202|0|4||||4209102|SC|Mar|5|Norte|S|6\n1|4205407|1|0|-|-|-|-|-|-|-|-|-|6\n"
-            "1|4204202|1|5|11222333000262||Bar|4106902|PR|Rua A|10|Sul||6\n"
+  EXPECT_EQ(Documentos("TEMISSRETIDO, MUNICIPIODEVISS, IND_OPER, A.COD_PART, CNPJ, CPF, "
+                       "NOME, Q.COD_MUN, UF, ENDERECO, NUM, BAIRRO, OPTANTESIMPLES, "
+                       "(SELECT COUNT(*) FROM ES02_REGA17R T WHERE T.IDREGA100 = A.IDREGA100)"),
+            "0|4204202|0|1|44333222000111|||4209102|SC|Mar|5|Norte|S|5\n1|4204202|0|2||123||4209102|SC|Mar|"
+            "5|Norte|N|6\n0|4204202|0|3||||0||Mar|5|Norte|S|5\n1|4204202|0|4||||4209102|SC|Mar|5|Norte|S|6\n"
+            "1|4205407|1|0|-|-|-|-|-|-|-|-|-|6\n1|4204202|1|5|11222333000262||Bar|4106902|PR|Rua A|10|Sul||6\n"
             "1|4204202|0|6|11222333000181|||4209102|SC|Mar|5|Norte|S|6");
 }
 
@@ -75,12 +59,12 @@ TEST_F(TDigifred, PartesRetencaoELocalDoISS) {
 TEST_F(TDigifred, DatasERaiz) {
   Importar("2026-03-15T10:20:30 => 5/3/2026 | <InfNfse => <NfseCancelamento/><InfNfse");
   EXPECT_EQ(Documentos("DT_DOC, COD_SIT"), "2026-03-05|0");
-  EXPECT_EQ(Importar("11222333000181 => 9"), "true true 0/alheia/alheia\n");
-  EXPECT_EQ(Importar("2026-03-15T10:20:30 => 15.03.2026"), "true true 0/alheia/alheia\n");
-  EXPECT_EQ(Importar("<InfNfse => <InfNfse/><X | </InfNfse => </X"), "true false 0//");
-  EXPECT_EQ(Importar("ValorIss=14 => ValorIss=x"), "true true 0/estrutura/");
-  EXPECT_EQ(Importar("GerarNfseResposta => GerarNfse"), "false true 0/estrutura/estrutura\n");
-  EXPECT_EQ(Importar("</InfNfse> => "), "false true 0/estrutura/estrutura\n");
+  EXPECT_EQ(Importar("11222333000181 => 9"), "11 !alheia alheia;");
+  EXPECT_EQ(Importar("2026-03-15T10:20:30 => 15.03.2026"), "11 !alheia alheia;");
+  EXPECT_EQ(Importar("<InfNfse => <InfNfse/><X | </InfNfse => </X"), "10 ");
+  EXPECT_EQ(Importar("ValorIss=14 => ValorIss=x"), "11 !estrutura ");
+  EXPECT_EQ(Importar("GerarNfseResposta => GerarNfse"), "01 !estrutura estrutura;");
+  EXPECT_EQ(Importar("</InfNfse> => "), "01 !estrutura estrutura;");
 }
 
 }  // namespace impnfse::testes::digifred

@@ -3,9 +3,8 @@
 namespace impnfse::testes::gefisco {
 
 constexpr const char* kC =
-    "C;7;A;15/03/2026;N;N;R;100000;5000;90000;;99888777000166;Bar "
-    "d'Água;Curitiba;80000000;;;;500;400;100;200;300;500;;;;;;;"
-    "PR;\n";
+    "C;7;A;15/03/2026;N;N;R;100000;5000;90000;;99888777000166;Bar d'Água;Curitiba;80000000;;;;500;400;100;200;300;500;"
+    ";;;;;;PR;\n";
 constexpr const char* kD =
     "D;7;A;15/03/2026;1;1401;UN;60000;Reparo;500;3000;60000\nD;7;A;15/03/2026;2;105;UN;300.50;Aula;5;20,00;40000\n";
 
@@ -50,12 +49,10 @@ TEST_F(TGEFisco, CabecasEItensEmQualquerOrdem) {
     EXPECT_EQ(Importar(ordem), "");
     EXPECT_TRUE(Moveu);
     EXPECT_EQ(Cabecas(), "7|A|2026-03-15|0|1|1000.0000|50.0000|1.0000|2.0000|0|Bar d'Água|PR|2|6");
-    EXPECT_EQ(
-        Tabela("SELECT NUM_ITEM, CAST(D.DESCR_ITEM AS VARCHAR(9)), VL_ITEM, VL_BC_ISS, VL_ISS, ALIQ_ISS, ATIVIDADE, "
-               "UNID, MUNICIPIODEVISS FROM ES02_REGA170 I JOIN ES02_REG0200 D ON D.IDREG0200 = I.IDREG0200 ORDER BY "
-               "NUM_ITEM"),
-        "1|Reparo|600.0000|600.0000|30.0000|5.0000|14.01|UN|4205407\n"
-        "2|Aula|400.0000|3.0050|0.2000|0.0500|1.05|UN|4205407")
+    EXPECT_EQ(Documentos("NUM_ITEM, CAST(DESCR_ITEM AS VARCHAR(9)), VL_ITEM, VL_BC_ISS, I.VL_ISS, ALIQ_ISS, ATIVIDADE, "
+                         "UNID, MUNICIPIODEVISS"),
+              "1|Reparo|600.0000|600.0000|30.0000|5.0000|14.01|UN|4205407\n"
+              "2|Aula|400.0000|3.0050|0.2000|0.0500|1.05|UN|4205407")
         << "money has two implied decimals, also where a mark is written";
     EXPECT_EQ(Tabela("SELECT COD_RECEITA, VL_BC, VL_IMPOSTO, ALIQUOTA FROM ES02_REGA17R ORDER BY COD_RECEITA"),
               "0714|900.0000|4.0000|0.0000\n0910|900.0000|3.0000|0.0000\n1010|900.0000|50.0000|0.0000\n"
@@ -65,11 +62,10 @@ TEST_F(TGEFisco, CabecasEItensEmQualquerOrdem) {
 }
 
 TEST_F(TGEFisco, CorrecoesCanceladasEMeses) {
-  const String outra = Substituir(kC, "15/03", "01/04"),
-               cancelada = Substituir(Substituir(kC, ";7;", ";8;"), ";N;N;", ";C;N;");
+  const String outra = Trocar(kC, "15/03 => 01/04"), cancelada = Trocar(kC, ";7; => ;8; | ;N;N; => ;C;N;");
   EXPECT_EQ(Importar("C", "\n" + String(kC) + outra + cancelada), "");
   // A correction changes what it says, and leaves what it doesn't.
-  Importar("C", Substituir(Substituir(kC, "100000;5000", "120000;0"), ";N;N;", ";;N;"));
+  Importar("C", Trocar(kC, "100000;5000 => 120000;0 | ;N;N; => ;;N;"));
   EXPECT_EQ(Cabecas(),
             "7|A|2026-03-15|0|1|1200.0000|50.0000|1.0000|2.0000|0|Bar d'Água|PR|0|5\n"
             "7|A|2026-04-01|0|1|1000.0000|50.0000|1.0000|2.0000|0|Bar d'Água|PR|0|6\n"

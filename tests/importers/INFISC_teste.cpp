@@ -2,32 +2,18 @@
 
 namespace impnfse::testes::infisc {
 
-// A note with one service; leaves are "tag=text;".
-constexpr auto kNota = R"(<NFS-e><infNFSe><Id>cNFS-e=K;natOp=1-2;serie=S1;nNFS-e=12;dEmi=2026-03-15;dSaiEnt= 20/3/2026 ;
-cMunFG=4106902;</Id><emit>CNPJ=11222333000181;xNome=L;<end>xLgr=Av;nro=1;xBairro=Sul;cMun=05407;xMun=Ilha;xCpl=B;UF=SC;
-IE=25;</end>IE=99;regimeTrib=1;</emit><TomS>CNPJ=99888777000166;xNome=Bar;<ender>xLgr=Rua;nro=2;xMun=LONDRINA;UF=PR;
-cPais=105;</ender>IE=90;</TomS><det>nItem=1;<serv>cServ=0105;xServ=Aula;uTrib=HR;qTrib=3;vUnit=10.50;vServ=99;vDesc=1;
-vBCISS=30;pISS=2;vISS=6;pRetINSS=11;vRetINSS=3;cLCServ=8.02;localTributacao=4202404;vBCINSS=29;vBCRetIR=28;pRetIR=1;
-vRetIR=4;vBCCOFINS=27;pRetCOFINS=3;vRetCOFINS=8;vBCCSLL=26;pRetCSLL=9;vRetCSLL=5;vBCPISPASEP=25;pRetPISPASEP=6;
-vRetPISPASEP=2;</serv></det><total>vDesc=5;vtNF=300;<fat>vLiq=0;</fat></total><cobr><dup>dVenc=2026-04-01;</dup></cobr>
-<faturas><fat>vFat=0;dVenc=01/04/2026;</fat></faturas></infNFSe></NFS-e>)";
+constexpr std::string_view kNota = R"(<NFS-e><infNFSe><Id>cNFS-e=K;natOp=1-2;serie=S1;nNFS-e=12;dEmi=2026-03-15;
+dSaiEnt= 20/3/2026 ;cMunFG=4106902;</Id><emit>CNPJ=11222333000181;xNome=L;<end>xLgr=Av;nro=1;xBairro=Sul;cMun=05407;
+xMun=Ilha;xCpl=B;UF=SC;IE=25;</end>IE=99;regimeTrib=1;</emit><TomS>CNPJ=99888777000166;xNome=Bar;<ender>xLgr=Rua;nro=2;
+xMun=LONDRINA;UF=PR;cPais=105;</ender>IE=90;</TomS><det>nItem=1;<serv>cServ=0105;xServ=Aula;uTrib=HR;qTrib=3;
+vUnit=10.50;vServ=99;vDesc=1;vBCISS=30;pISS=2;vISS=6;pRetINSS=11;vRetINSS=3;cLCServ=8.02;localTributacao=4202404;
+vBCINSS=29;vBCRetIR=28;pRetIR=1;vRetIR=4;vBCCOFINS=27;pRetCOFINS=3;vRetCOFINS=8;vBCCSLL=26;pRetCSLL=9;vRetCSLL=5;
+vBCPISPASEP=25;pRetPISPASEP=6;vRetPISPASEP=2;</serv></det><total>vDesc=5;vtNF=300;<fat>vLiq=0;</fat></total><cobr><dup>
+dVenc=2026-04-01;</dup></cobr><faturas><fat>vFat=0;dVenc=01/04/2026;</fat></faturas></infNFSe></NFS-e>)";
 
-class TINFISC : public TTesteComBanco {
- protected:
-  // Imports a file whose root has the notes in place of "{}", each told by what it replaces in the valid one. The
-  // outcome: imported and with errors or not, the numbers in the summary, the error list, the last error.
+struct TINFISC : TTesteComBanco {
   String Importar(const std::vector<String>& notas, const String& raiz = "<lote>{}</lote>") {
-    String xml;
-    for (const auto& trocas : notas) {
-      String nota = kNota;
-      for (const auto& [de, para] : Casos(trocas)) nota.replace(nota.rfind(de), de.size(), para);
-      xml += Elementos(nota);
-    }
-    const auto i = TTesteComBanco::Importar(Pasta.Gravar("nota.xml", Substituir(raiz, "{}", xml)), "39");
-    auto saida = fmt::format("{:d}{:d} ", i->GetResumo().Importou, i->GetTemErros());
-    for (const auto& documento : i->GetResumo().Documentos) saida += "[" + documento.Numero + "]";
-    saida = Substituir(saida + Erros(*i) + "/" + i->GetResumo().Erro, i->BuscarErroNaoGerouBloco0(), "alheia");
-    return Substituir(saida, i->BuscarErroEstruturaArquivo(), "estrutura");
+    return ImportarNotas("39", kNota, notas, raiz);
   }
   // The rows without decimals that say nothing.
   String Tabela(const String& sql) { return Substituir(TTesteComBanco::Tabela(sql), ".0000", ""); }
@@ -37,16 +23,16 @@ class TINFISC : public TTesteComBanco {
 TEST_F(TINFISC, CadaRaizTerminaASeuModo) {
   const String alheia = "11222333000181 => 1", vazia = "infNFSe><Id => infNFSe/><X><Id | /infNFSe => /X";
   const String envelope = "<envioLote versao='1'><CNPJ>9</CNPJ>{}</envioLote>";
-  EXPECT_EQ(Importar({"=12; => =11;"}, envelope), "01 [11]estrutura\n/estrutura") << "a failure that has imported";
-  EXPECT_EQ(Importar({alheia}, envelope), "01 alheia\nestrutura\n/estrutura");
-  EXPECT_EQ(Importar({}), "10 /estrutura") << "the text is left over from trying the envelope";
-  EXPECT_EQ(Importar({"", alheia, vazia, "=12; => =2147483648;"}), "11 [12][2147483648]alheia\n/");
-  EXPECT_EQ(Importar({alheia}), "11 alheia\n/alheia");
-  EXPECT_EQ(Importar({"", "vtNF=300 => vtNF=x", "=12; => =13;"}), "11 [12]/estrutura");
-  EXPECT_EQ(Importar({"=12; => =2147483647;"}, "{}"), "10 []/") << "alone it goes without its number";
-  EXPECT_EQ(Importar({alheia}, "{}"), "01 alheia\nalheia\n/alheia");
+  EXPECT_EQ(Importar({"=12; => =11;"}, envelope), "01 [0 11]!estrutura estrutura;") << "a failure that has imported";
+  EXPECT_EQ(Importar({alheia}, envelope), "01 !estrutura alheia;estrutura;");
+  EXPECT_EQ(Importar({}), "10 !estrutura ") << "the text is left over from trying the envelope";
+  EXPECT_EQ(Importar({"", alheia, vazia, "=12; => =2147483648;"}), "11 [0 12][0 2147483648]alheia;");
+  EXPECT_EQ(Importar({alheia}), "11 !alheia alheia;");
+  EXPECT_EQ(Importar({"", "vtNF=300 => vtNF=x", "=12; => =13;"}), "11 [0 12]!estrutura ");
+  EXPECT_EQ(Importar({"=12; => =2147483647;"}, "{}"), "10 [0 ]") << "alone it goes without its number";
+  EXPECT_EQ(Importar({alheia}, "{}"), "01 !alheia alheia;alheia;");
   for (const auto raiz : {"<NFS-e/>", "<outra>{}</outra>", "<lote>{}"})
-    EXPECT_EQ(Importar({""}, raiz), "01 estrutura\n/estrutura") << raiz;
+    EXPECT_EQ(Importar({""}, raiz), "01 !estrutura estrutura;") << raiz;
   EXPECT_EQ(Documentos("A.NUM_DOC"), "11\n0\n12\n2147483647") << "a number beyond 32 bits is none";
 }
 
@@ -55,7 +41,7 @@ TEST_F(TINFISC, ItensSomasESubstituicao) {
   const String dois =
       "<det> => <det>nItem=7;<serv>cServ=14.01-2;xServ=Reparo;qTrib=1.5001;vUnit=0.3333;pRetINSS=7;vRetINSS=1; "
       "vBCINSS=10;</serv><ISSST>vBCST=200;pISSST=4;vISSST=8;</ISSST></det><det> | ";
-  const String rs = dois + "UF=PR => UF=RS", st = " | </serv> => </serv><ISSST>vBCST=9;vISSST=3;</ISSST>";
+  const String rs = dois + "UF=PR => UF=RS", st = " | 2;</serv> => 2;</serv><ISSST>vBCST=9;vISSST=3;</ISSST>";
   Importar({dois,
             rs + " | vtNF=300; => vtNF=0;<ISS>vISS=10;vSTISS=2;</ISS><Ret>vtRetINSS=55;pRetIRF=60;vRetIRF=6; "
                  "pRetLei10833-PIS-PASEP=70;vRetLei10833-PIS-PASEP=7;pRetLei10833-COFINS=80;vRetLei10833-COFINS=8; "

@@ -1,58 +1,34 @@
-#include <array>
-
 #include "Apoio.h"
 
 namespace impnfse::testes::joinville {
 
 // A note to, or from, someone in Curitiba.
-constexpr std::string_view kNota =
-    "numero => 12 | codigo_verificacao => AB-1 | data_emissao => 2026-03-15T10:20 | serie_rps => A1 | cancelada => 0 | "
-    "PARTE => OUTRA | servico => 1706 | descricao_servicos => Faixa | valor_total => 1000 | valor_base_calculo => 900 "
-    "| aliquota_iss => 5 | valor_iss => 45 | iss_retido => 0 | valor_irrf => 1 | valor_inss => 2 | valor_pis => 3 | "
-    "valor_cofins => 4 | valor_csll => 6 | local_servico => Bom Jesus";
-constexpr std::string_view kParte =
-    "documento => DOC | nome => Bar | endereco => Rua A | cidade => Curitiba | cep => 89200000 | bairro => Sul | "
-    "estado => PR | numero => 10 | complemento => B";
+constexpr std::string_view kNota = R"(<NOTA>numero=12;codigo_verificacao=AB-1;data_emissao=2026-03-15T10:20;
+serie_rps=A1;cancelada=0;<PARTE>documento=DOC;nome=Bar;endereco=Rua A;cidade=Curitiba;cep=89200000;bairro=Sul;estado=PR;
+numero=10;complemento=B;</PARTE>servico=1706;descricao_servicos=Faixa;valor_total=1000;valor_base_calculo=900;
+aliquota_iss=5;valor_iss=45;iss_retido=0;valor_irrf=1;valor_inss=2;valor_pis=3;valor_cofins=4;valor_csll=6;
+local_servico=Bom Jesus;</NOTA>)";
 
-String Trocar(String texto, const String& trocas) {
-  for (const auto& [de, para] : Casos(trocas)) texto = Substituir(texto, de, para);
-  return texto;
-}
-
-String Elementos(std::string_view textos, String xml = "") {
-  for (const auto& [tag, texto] : Casos(textos)) xml += fmt::format("<{0}>{1}</{0}>", tag, texto);
-  return xml;
-}
-
-class TJoinville : public TTesteComBanco {
- protected:
-  // Imports notes, each told by what it replaces in the usual one, in a file with the company at its head; the other
-  // parties are 100, 101, ... (200, ...). The outcome: imported and with errors or not, the documents, how the
-  // errors begin.
-  String Importar(bool recebidas, const std::vector<String>& notas, const String& noArquivo = "") {
-    const auto tags =
-        recebidas ? std::array{"nota_recebida", "tomador", "prestador"} : std::array{"nota", "prestador", "tomador"};
-    auto xml = fmt::format("<lote xmlns='u'><{0}><documento>{1}</documento></{0}>", tags[1], kCNPJFilial);
-    for (int doc = recebidas ? 200 : 100; const auto& trocas : notas)
-      xml += fmt::format("<{0}>{1}</{0}>", tags[0],
-                         Trocar(Elementos(kNota), fmt::format("OUTRA => {} | {} | DOC => {} | PARTE => {}",
-                                                              Elementos(kParte), trocas, doc++, tags[2])));
-    const auto i = TTesteComBanco::Importar(Pasta.Gravar("notas.xml", Trocar(xml + "</lote>", noArquivo)), "36");
-    auto saida = fmt::format("{:d}{:d} ", i->GetResumo().Importou, i->GetTemErros());
-    for (const auto& [lado, numero] : i->GetResumo().Documentos) saida += fmt::format("[{:d}{}]", lado, numero);
-    return saida.append(Primeiros(Erros(*i), 5));
+struct TJoinville : TTesteComBanco {
+  // Imports notes in a file with the company at its head; the other parties are 100, 101, ... (200, ...).
+  String Importar(bool recebidas, std::vector<String> notas, const String& noArquivo = "") {
+    const String lado = recebidas ? "NOTA => nota_recebida | PARTE => prestador | DONA => tomador | "
+                                  : "NOTA => nota | PARTE => tomador | DONA => prestador | ";
+    for (int doc = recebidas ? 200 : 100; auto& trocas : notas)
+      trocas = fmt::format("{}{} | DOC => {}", lado, trocas, doc++);
+    const auto* const raiz = "<lote xmlns='u'><DONA><documento>11222333000181</documento></DONA>{}</lote>";
+    return ImportarNotas("36", kNota, notas, Trocar(raiz, lado + noArquivo));
   }
 };
 
 TEST_F(TJoinville, CadaCampoNoSeuLugar) {
-  for (const bool recebidas : {false, true}) Importar(recebidas, {"retido>0 => retido>1"});
+  for (const bool recebidas : {false, true}) Importar(recebidas, {"retido=0 => retido=1"});
   EXPECT_EQ(Documentos("NUM_DOC, SER, CHV_NFSE, DT_EXE_SERV, VL_DOC, A.VL_ISS, TEMISSRETIDO, NOME, CPF, MUNICIPIO, "
-                       "Q.COD_MUN, ENDERECO, NUM, COMPL, BAIRRO, UF, VL_ITEM, ATIVIDADE, VL_BC_ISS, I.VL_ISS, "
+                       "COD_MUN, ENDERECO, NUM, COMPL, BAIRRO, UF, VL_ITEM, ATIVIDADE, VL_BC_ISS, I.VL_ISS, "
                        "ALIQ_ISS, TPRECOLHIMENTO, CAST(DESCR_ITEM AS VARCHAR(9)), COD_LST, CFOPICMS, MUNICIPIODEVISS"),
-            "12|A1|AB-1|2026-03-15|1000.0000|45.0000|1|Bar|100|Curitiba|4106902|Rua "
-            "A|10|B|Sul|PR|1000.0000|17.06|900.0000|45.0000|5.0000|1|Faixa||6.933.000|4106902\n12|A1|AB-1|2026-03-15|"
-            "1000.0000|45.0000|1|Bar|200|Curitiba|4106902|Rua "
-            "A|10|B|Sul|PR|1000.0000|17.06|900.0000|45.0000|5.0000|1|Faixa||2.933.000|4103156");
+            "12|A1|AB-1|2026-03-15|1000.0000|45.0000|1|Bar|100|Curitiba|4106902|Rua A|10|B|Sul|PR|1000.0000|17.06|"
+            "900.0000|45.0000|5.0000|1|Faixa||6.933.000|4106902\n12|A1|AB-1|2026-03-15|1000.0000|45.0000|1|Bar|200|"
+            "Curitiba|4106902|Rua A|10|B|Sul|PR|1000.0000|17.06|900.0000|45.0000|5.0000|1|Faixa||2.933.000|4103156");
   EXPECT_EQ(Documentos("R.COD_RECEITA, CAST(R.VL_BC AS INT), CAST(R.VL_IMPOSTO AS INT), CAST(R.ALIQUOTA AS INT)"),
             "1010|900|45|5\n0714|1000|1|0\n0910|1000|2|0\n1101|1000|3|0\n1102|1000|4|0\n1103|1000|6|0\n1010|900|45|"
             "5\n0714|900|1|0\n0910|900|2|0\n1101|900|3|0\n1102|900|4|0\n1103|900|6|0");
@@ -60,8 +36,8 @@ TEST_F(TJoinville, CadaCampoNoSeuLugar) {
 
 // A flag of 2 retains the ISS without being the kind of payment.
 TEST_F(TJoinville, CanceladaRetencaoEBase) {
-  Importar(false, {"cancelada>0 => cancelada>1 | total>1000 => total>x", "cancelada>0 => cancelada>S | >12< => >1A<",
-                   "retido>0 => retido>2 | calculo>900 => calculo>-1"});
+  Importar(false, {"cancelada=0 => cancelada=1 | total=1000 => total=x", "cancelada=0 => cancelada=S | =12; => =1A;",
+                   "retido=0 => retido=2 | calculo=900 => calculo=-1"});
   EXPECT_EQ(
       Documentos("NUM_DOC, SER, DT_DOC, COD_SIT, CHV_NFSE, TEMISSRETIDO, TPRECOLHIMENTO, VL_BC_ISS, (SELECT COUNT(*) "
                  "FROM ES02_REGA17R X WHERE X.IDREGA100 = A.IDREGA100)"),
@@ -71,16 +47,16 @@ TEST_F(TJoinville, CanceladaRetencaoEBase) {
 // The first note decides on side and period of the whole file; each note has its own participant, or none.
 TEST_F(TJoinville, UmaEmpresaEUmPeriodoPorArquivo) {
   for (const bool r : {false, true}) {
-    EXPECT_EQ(Importar(r, {"", "2026-03 => 2026-04", "2026-03 => x", "DOC => 11222333000181"}), "10 [0][0][0][0]");
-    EXPECT_EQ(Importar(r, {"DOC => P"}, "11222333000181 => 1 | >P< => >11222333000181<"), "01 Não f");
-    EXPECT_EQ(Importar(r, {"2026-03-15T => 2026-02-30T", ""}), "01 Não f");
-    EXPECT_EQ(Importar(r, {}), "01 A est");
-    EXPECT_EQ(Importar(r, {">12< => >13<", "iss>45 => iss>x", ""}), "11 [0]") << "what came before stays";
-    EXPECT_EQ(Importar(r, {""}, "lote => Lote"), "00 \n");
-    EXPECT_EQ(Importar(r, {">12< => >14<"}, "lote xmlns => ns2:lote xmlns:ns2 | /lote => /ns3:lote"), "01 A est");
-    EXPECT_EQ(Importar(r, {">12< => >14<"},
-                       "lote xmlns => nsX:lote xmlns:nsX | /lote => /nsX:lote | nsX => " + String(r ? "ns3" : "ns2")),
-              "10 [0]");
+    const String estrutura = "01 !estrutura estrutura;", alheia = "01 !alheia alheia;";
+    EXPECT_EQ(Importar(r, {"", "2026-03 => 2026-04", "2026-03 => x", "DOC => 11222333000181"}), "10 [0 ][0 ][0 ][0 ]");
+    EXPECT_EQ(Importar(r, {"DOC => 11222333000181"}, "11222333000181 => 1"), alheia);
+    EXPECT_EQ(Importar(r, {"2026-03-15T => 2026-02-30T", ""}), alheia);
+    EXPECT_EQ(Importar(r, {}), estrutura);
+    EXPECT_EQ(Importar(r, {"=12; => =13;", "iss=45 => iss=x", ""}), "11 [0 ]!estrutura ") << "what came before stays";
+    EXPECT_EQ(Importar(r, {""}, "lote => Lote"), "00 ;");
+    EXPECT_EQ(Importar(r, {"=12; => =14;"}, "lote xmlns => ns2:lote xmlns:ns2 | /lote => /ns3:lote"), estrutura);
+    const auto prefixo = fmt::format("lote xmlns => ns{0}:lote xmlns:ns{0} | /lote => /ns{0}:lote", r ? 3 : 2);
+    EXPECT_EQ(Importar(r, {"=12; => =14;"}, prefixo), "10 [0 ]");
   }
   EXPECT_EQ(Documentos("IND_OPER, NUM_DOC, EXTRACT(MONTH FROM P.DT_INI), A.COD_PART, LEFT(CFOPICMS, 1)"),
             "1|12|3|1|6\n1|12|3|2|6\n1|12|3|3|6\n1|12|3|0|5\n1|13|3|1|6\n1|14|3|1|6\n0|12|3|4|2\n0|12|3|5|2\n0|12|3|6|"
@@ -93,12 +69,12 @@ TEST_F(TJoinville, CidadeDaOutraParteEMunicipioDoISS) {
   const String fora = "Curitiba => Nenhures";
   for (const bool recebidas : {false, true})
     Importar(recebidas,
-             {">Curitiba => > curitiba ", fora + " | PR => SC", fora, "PR =>  PR ", "PR =>  | Bom Jesus => joinville",
+             {"=Curitiba => = curitiba ", fora + " | PR => SC", fora, "PR =>  PR ", "PR =>  | Bom Jesus => joinville",
               "DOC =>  | Bom Jesus =>  Joinville ", "Bom Jesus => Nenhures", "Bom Jesus =>  "});
-  EXPECT_EQ(Documentos("Q.COD_MUN, UF, MUNICIPIODEVISS"),
-            "4106902|PR|4106902\n4209102|SC|4209102\n0|PR|4205407\n0|PR|4205407\n4106902|PR|4106902\n-|-|"
-            "4205407\n4106902|PR|4106902\n4106902|PR|4106902\n0|PR|4103156\n0|SC|4202537\n0|PR|4103156\n0| PR "
-            "|4103156\n4106902|PR|4209102\n-|-|4209102\n4106902|PR|4205407\n4106902|PR|4205407");
+  EXPECT_EQ(Documentos("COD_MUN, UF, MUNICIPIODEVISS"),
+            "4106902|PR|4106902\n4209102|SC|4209102\n0|PR|4205407\n0|PR|4205407\n4106902|PR|4106902\n-|-|4205407\n"
+            "4106902|PR|4106902\n4106902|PR|4106902\n0|PR|4103156\n0|SC|4202537\n0|PR|4103156\n0| PR |4103156\n"
+            "4106902|PR|4209102\n-|-|4209102\n4106902|PR|4205407\n4106902|PR|4205407");
 }
 
 }  // namespace impnfse::testes::joinville

@@ -2,31 +2,19 @@
 
 namespace impnfse::testes::prodata {
 
-constexpr std::string_view kItem =
-    "cnpjPrestadorTomador => 99888777000166 | razaoSocialDePrestadorTomadorNaoCadastrado => Bar | numeroDaNotaFiscal "
-    "=> 7 | serieDaNotaFiscal => U | dataDaNotaFiscal => 2026-03-15 | notaFiscalCancelada => 0 | historicoDaNotaFiscal "
-    "=> Obra | valorDaNotaFiscal => 1200 | baseDeCalculo => 333.33 | aliquota => 2.75 | recolhidoPeloTomador => 0";
+constexpr std::string_view kItem = R"(<itemDeServico>cnpjPrestadorTomador=99888777000166;
+razaoSocialDePrestadorTomadorNaoCadastrado=Bar;numeroDaNotaFiscal=7;serieDaNotaFiscal=U;dataDaNotaFiscal=2026-03-15;
+notaFiscalCancelada=0;historicoDaNotaFiscal=Obra;valorDaNotaFiscal=1200;baseDeCalculo=333.33;aliquota=2.75;
+recolhidoPeloTomador=0;</itemDeServico>)";
 
-class TProdata : public TTesteComBanco {
- protected:
-  // Imports a declaration of that kind with items, each told by what it replaces in the usual one. The outcome:
-  // imported and with errors or not, the documents of the summary, how the errors begin.
+struct TProdata : TTesteComBanco {
+  // Imports a declaration of that kind.
   String Importar(const String& tipo, const std::vector<String>& itens, const String& cgc = kCNPJFilial) {
-    auto xml = fmt::format(
-        "<declaracaoDeServicoDms "
-        "xmlns='u'><contribuinte><cgc>{}</cgc></contribuinte><servicoDms><tipo>{}</tipo></servicoDms><itensDeServico>",
-        cgc, tipo);
-    for (const auto& trocas : itens) {
-      String item;
-      for (const auto& [tag, texto] : Casos(kItem)) item += fmt::format("<{0}>{1}</{0}>", tag, texto);
-      for (const auto& [de, para] : Casos(trocas)) item = Substituir(item, de, para);
-      xml += "<itemDeServico>" + item + "</itemDeServico>";
-    }
-    const auto i =
-        TTesteComBanco::Importar(Pasta.Gravar("dms.xml", xml + "</itensDeServico></declaracaoDeServicoDms>"), "48");
-    auto saida = fmt::format("{:d}{:d} ", i->GetResumo().Importou, i->GetTemErros());
-    for (const auto& [lado, numero] : i->GetResumo().Documentos) saida += fmt::format("[{:d}{}]", lado, numero);
-    return saida.append(Primeiros(Erros(*i), 5));
+    return ImportarNotas("48", kItem, itens,
+                         fmt::format("<declaracaoDeServicoDms xmlns='u'><contribuinte><cgc>{}</cgc></contribuinte>"
+                                     "<servicoDms><tipo>{}</tipo></servicoDms><itensDeServico>{{}}</itensDeServico>"
+                                     "</declaracaoDeServicoDms>",
+                                     cgc, tipo));
   }
 };
 
@@ -37,12 +25,12 @@ TEST_F(TProdata, TiposSinaisEDeclaracaoAlheia) {
   Banco().Executar("UPDATE CA06_MUNICIPIO_LINHA SET CODIGOFEDERAL = '0' WHERE CODIGOFEDERAL = '5300108'");
   EXPECT_EQ(Importar("2", {}), "10 ") << "a month without services";
   EXPECT_EQ(
-      Importar("1", {"PeloTomador>0 => PeloTomador>1", "99888777000166 => ", "Cancelada>0 => Cancelada>1 | 1200 => x",
-                     "PeloTomador>0 => PeloTomador>S | Cancelada>0 => Cancelada>S"}),
-      "10 [0][0][0][0]");
-  EXPECT_EQ(Importar("", {"99888777000166 => 12345678909"}), "10 [1]");
-  EXPECT_EQ(Importar("1", {"99888777000166 => 11222333000181", ""}, "55666777000188"), "11 [1]Não f");
-  EXPECT_EQ(Importar("S", {">7< => >8<", "2.75 => x", ""}), "11 [1]") << "what came before stays";
+      Importar("1", {"PeloTomador=0 => PeloTomador=1", "99888777000166 => ", "Cancelada=0 => Cancelada=1 | 1200 => x",
+                     "PeloTomador=0 => PeloTomador=S | Cancelada=0 => Cancelada=S"}),
+      "10 [0 ][0 ][0 ][0 ]");
+  EXPECT_EQ(Importar("", {"99888777000166 => 12345678909"}), "10 [1 ]");
+  EXPECT_EQ(Importar("1", {"99888777000166 => 11222333000181", ""}, "55666777000188"), "11 [1 ]!alheia alheia;");
+  EXPECT_EQ(Importar("S", {"=7; => =8;", "2.75 => x", ""}), "11 [1 ]!estrutura ") << "what came before stays";
   EXPECT_EQ(
       Documentos(
           "FIRST 1 SER, DT_DOC, DT_EXE_SERV, VL_DOC, NOME, UF, VL_ITEM, VL_BC_ISS, ALIQ_ISS, ATIVIDADE, "
@@ -53,10 +41,8 @@ TEST_F(TProdata, TiposSinaisEDeclaracaoAlheia) {
           "IND_OPER, NUM_DOC, SER, A.DT_DOC, NOME, UF, COD_SIT, TEMISSRETIDO, CNPJ, CPF, A.VL_ISS, I.VL_ISS, R.VL_BC"),
       "1|7|U|2026-03-15|Bar||0|1|99888777000166||9.1665|9.1665|333.3300\n1|7|U|2026-03-15|-|-|0|0|-|-|9.1665|9.1665|-\n"
       "1|7|U|2026-03-15|Bar||2|0|99888777000166||0.0000|-|-\n1|7|U|2026-03-15|Bar||0|0|99888777000166||9.1665|9.1665|-"
-      "\n"
-      "0|7|U|2026-03-15|Bar||0|0||12345678909|9.1665|9.1665|-\n0|7|U|2026-03-15|Bar||0|0|55666777000188||9.1665|9.1665|"
-      "-\n"
-      "0|8|U|2026-03-15|Bar||0|0|99888777000166||9.1665|9.1665|-");
+      "\n0|7|U|2026-03-15|Bar||0|0||12345678909|9.1665|9.1665|-\n0|7|U|2026-03-15|Bar||0|0|55666777000188||9.1665|"
+      "9.1665|-\n0|8|U|2026-03-15|Bar||0|0|99888777000166||9.1665|9.1665|-");
 }
 
 }  // namespace impnfse::testes::prodata
