@@ -123,7 +123,7 @@ String Tabela(TBancoFirebird& banco, const String& sql) {
     if (!texto.empty()) texto += '\n';
     for (std::size_t i = 0; i < linha.size(); ++i) texto += (i == 0 ? "" : "|") + linha[i].value_or("-");
   }
-  return texto;
+  return Substituir(texto, ".0000", "");
 }
 
 TFilialRegistrada Filial(const String& cnpj, const String& uf, Int64 empresa) {

@@ -44,7 +44,8 @@ class TPastaTemporaria {
 
 // A new database with the shipped tables.
 void NovoBanco(const String& caminho);
-// The rows of a query: cells separated by "|" (NULL is "-"), each row behind the first after a line break.
+// The rows of a query: cells separated by "|" (NULL is "-", and values without decimals have none), each row behind the
+// first after a line break.
 String Tabela(TBancoFirebird& banco, const String& sql);
 
 // The branch of most tests: Florianópolis, SC.

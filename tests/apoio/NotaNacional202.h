@@ -27,9 +27,6 @@ struct TTesteNacional202 : TTesteComBanco {
   String ImportarNotas(const String& leiaute, const std::vector<String>& trocas, std::string_view raiz) {
     return TTesteComBanco::ImportarNotas(leiaute, kNotaNacional202, trocas, raiz);
   }
-  // The rows without decimals that say nothing.
-  String Tabela(const String& sql) { return Substituir(TTesteComBanco::Tabela(sql), ".0000", ""); }
-  String Documentos(const String& colunas) { return Substituir(TTesteComBanco::Documentos(colunas), ".0000", ""); }
   // What a layout reads of a note, and the retained taxes.
   String Campos() {
     return Documentos(

@@ -66,7 +66,7 @@ TEST_F(TTesteImportar, RelataVariosArquivosEUmaPasta) {
 
 TEST_F(TTesteImportar, OMesmoArquivoDeNovoNaoDobraENaoSobrepoe) {
   RegistrarFilial("", kOutraFilial);
-  for (const String valor : {"1000.00", "1000.00", "1200.50"}) {
+  for (const String valor : {"1000", "1000", "1200.5000"}) {
     const TParteGINFES estaFilial = {.Documento = CNPJ(kCNPJFilial)};
     ImportarNotas(
         {{.Numero = "1", .ValorServicos = valor, .IssRetido = "1"},
@@ -76,7 +76,7 @@ TEST_F(TTesteImportar, OMesmoArquivoDeNovoNaoDobraENaoSobrepoe) {
         Tabela("SELECT (SELECT COUNT(*) FROM ES02_REG0000), (SELECT COUNT(*) FROM ES02_REG0150), (SELECT COUNT(*) "
                "FROM ES02_REG0200), (SELECT COUNT(*) FROM ES02_REGA170), (SELECT COUNT(*) FROM ES02_REGA17R), "
                "COUNT(*), MIN(VL_DOC), MAX(VL_DOC) FROM ES02_REGA100"),
-        fmt::format("2|3|1|4|1|4|{0}00|{0}00", valor));
+        fmt::format("2|3|1|4|1|4|{0}|{0}", valor));
   }
   for (const auto* nome : {"x.xml", "x (2).xml", "x (3).xml"}) EXPECT_TRUE(Pasta.Tem(String("morto/NFSe/") + nome));
 }

@@ -18,8 +18,8 @@ using TRelogio = std::chrono::steady_clock;
 constexpr unsigned kSemente = 20261031;
 
 // What is stored, as Gravado tells it: nothing, or all documents of a file, with their children, under one value.
-constexpr std::array kComecos = {"0|-|-|0|0|0", "1500|1000.0000|1000.0000|1500|1500|1500"};
-constexpr const char* kNovo = "1500|2000.0000|2000.0000|1500|1500|1500";
+constexpr std::array kComecos = {"0|-|-|0|0|0", "1500|1000|1000|1500|1500|1500"};
+constexpr const char* kNovo = "1500|2000|2000|1500|1500|1500";
 
 class TTesteMorte : public TTestePrograma {
  protected:

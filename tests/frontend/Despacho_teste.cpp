@@ -171,7 +171,7 @@ TEST_F(TTrabalhador, RecusaNoMeioQueOImportadorEngoleAindaDerrubaTudo) {
       f.ComErroEstrutura([&] { f.Documento(numero, [&] { f.GetDadosA100()->SetIDREGA100(id); }); });
     f.Documento("4");
   });
-  EXPECT_EQ(Documentos("A.NUM_DOC, A.VL_DOC"), "1|0.0000") << "what it would have replaced stays";
+  EXPECT_EQ(Documentos("A.NUM_DOC, A.VL_DOC"), "1|0") << "what it would have replaced stays";
   EXPECT_TRUE(Resultado().starts_with("não importou, Falha no banco ")) << Resultado();
   EXPECT_TRUE(Pasta.Tem("nota.xml"));
 }

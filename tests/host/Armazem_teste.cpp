@@ -201,7 +201,7 @@ TEST_F(TArmazem, CompletarSubstituiSoOsTiposDeFilhoQueTraz) {
   a100.SetNUM_DOC(12);
   Execucao([&] { Gravar(a100, "f", "I"); });
   EXPECT_EQ(Tabela("SELECT NUM_DOC, VL_DOC, LEFT(CHV_NFSE, 4) FROM ES02_REGA100 ORDER BY IDREGA100"),
-            "10|77.0000|nova\n11|0.0000|xxxx\n12|77.0000|nova");
+            "10|77|nova\n11|0|xxxx\n12|77|nova");
   EXPECT_EQ(Contar("ES02_TEXTOLONGO"), 1);
 }
 

@@ -48,9 +48,6 @@ struct TAbrasf : TTesteComBanco {
     Banco().Executar("DELETE FROM ES02_REGA100");
     return Resultado(*Importar(Pasta.Gravar("nota.xml", xml), leiaute));
   }
-  // The rows without decimals that say nothing.
-  String Tabela(const String& sql) { return Substituir(TTesteComBanco::Tabela(sql), ".0000", ""); }
-  String Documentos(const String& colunas) { return Substituir(TTesteComBanco::Documentos(colunas), ".0000", ""); }
 };
 
 TEST_F(TAbrasf, CadaCampoNoSeuLugar) {

@@ -28,12 +28,10 @@ TEST_F(TAgiliV100, CadaCampoNoSeuLugar) {
                        "COMPL, BAIRRO, COD_PAIS, OPTANTESIMPLES, NUM_ITEM, VL_ITEM, I.VL_DESC, QTD, ATIVIDADE, "
                        "ALIQ_ISS, VL_BC_ISS, I.VL_ISS, DEDUCAOISS, CFOPICMS, MUNICIPIODEVISS, COD_LST, "
                        "CAST(DESCR_ITEM AS VARCHAR(9))"),
-            "1202600000000000123|0|2026-03-15|2026-03-15|AB|300.0000|20.0000|14.0000|1.0000|2.0000|1|Bar|"
-            "99888777000166||4106902|Ctba|PR|Rua A|10|Sl|Sul|105||1|310.0000|12.0000|1.7500|8.02|2.5000|280.0000|"
-            "14.0000|9.0000|6.933.000|4204202|802|Aula");
+            "1202600000000000123|0|2026-03-15|2026-03-15|AB|300|20|14|1|2|1|Bar|99888777000166||4106902|Ctba|PR|Rua A|"
+            "10|Sl|Sul|105||1|310|12|1.7500|8.02|2.5000|280|14|9|6.933.000|4204202|802|Aula");
   EXPECT_EQ(Documentos("R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO, R.ALIQUOTA"),
-            "1010|280.0000|14.0000|2.5000\n0714|280.0000|4.0000|0.0000\n0910|280.0000|3.0000|0.0000\n"
-            "1101|280.0000|1.0000|0.0000\n1102|280.0000|2.0000|0.0000\n1103|280.0000|5.0000|0.0000");
+            "1010|280|14|2.5000\n0714|280|4|0\n0910|280|3|0\n1101|280|1|0\n1102|280|2|0\n1103|280|5|0");
 }
 
 // Of a code the digits count: "02" cancels, and so does the word. No word retains. The issuer is in Simples unless the
@@ -51,20 +49,18 @@ TEST_F(TAgiliV100, SinaisPartesELocalDoISS) {
   EXPECT_EQ(Documentos("COD_SIT, TEMISSRETIDO, VL_DOC, CHV_NFSE, DT_DOC, DT_EXE_SERV, MUNICIPIODEVISS, IND_OPER, "
                        "A.COD_PART, CNPJ, CPF, NOME, Q.COD_MUN, MUNICIPIO, UF, COD_PAIS, OPTANTESIMPLES, "
                        "(SELECT COUNT(*) FROM ES02_REGA17R T WHERE T.IDREGA100 = A.IDREGA100)"),
-            "2|0|0.0000||2026-03-15|-|-|0|1|44333222000111||Aurora|4209102|Joinville|SC|1058|S|0\n"
-            "0|1|300.0000|AB|2026-03-15|2026-03-15|4204202|0|2||123|Aurora|4209102|Joinville|SC|1058|N|6\n"
-            "2|0|0.0000||2026-03-15|-|-|0|3|55333222000111||Aurora|4209102|Joinville|SC|1058|N|0\n"
-            "0|0|300.0000|AB|2026-03-15|2026-03-15|4106902|1|0|-|-|-|-|-|-|-|-|5\n"
-            "0|0|300.0000|AB|2026-03-05|2026-03-05|4205407|1|4|11222333000262||Bar|0|Ctba||105||5\n"
-            "0|0|300.0000|AB|2026-03-05|2026-03-05|4205407|0|5|11222333000181||Aurora|4209102|Joinville|SC|1058|S|5");
+            "2|0|0||2026-03-15|-|-|0|1|44333222000111||Aurora|4209102|Joinville|SC|1058|S|0\n"
+            "0|1|300|AB|2026-03-15|2026-03-15|4204202|0|2||123|Aurora|4209102|Joinville|SC|1058|N|6\n2|0|0||2026-03-15|"
+            "-|-|0|3|55333222000111||Aurora|4209102|Joinville|SC|1058|N|0\n0|0|300|AB|2026-03-15|2026-03-15|4106902|1|"
+            "0|-|-|-|-|-|-|-|-|5\n0|0|300|AB|2026-03-05|2026-03-05|4205407|1|4|11222333000262||Bar|0|Ctba||105||5\n"
+            "0|0|300|AB|2026-03-05|2026-03-05|4205407|0|5|11222333000181||Aurora|4209102|Joinville|SC|1058|S|5");
 }
 
 // Several services: each has the ISS of its own value and an activity of its own, and the whole note's deduction.
 TEST_F(TAgiliV100, VariosServicos) {
   Importar("</DadosServico> => </DadosServico><DadosServico>ItemLei116=0105;ValorServico=20.2;</DadosServico>");
   EXPECT_EQ(Documentos("A.VL_ISS, NUM_ITEM, VL_ITEM, I.VL_DESC, QTD, VL_BC_ISS, I.VL_ISS, DEDUCAOISS, ATIVIDADE"),
-            "14.0000|1|310.0000|12.0000|1.7500|310.0000|7.7500|9.0000|8.02\n"
-            "14.0000|2|20.2000|0.0000|0.0000|20.2000|0.5100|9.0000|01.05");
+            "14|1|310|12|1.7500|310|7.7500|9|8.02\n14|2|20.2000|0|0|20.2000|0.5100|9|01.05");
 }
 
 TEST_F(TAgiliV100, ARaizBastaAoArquivo) {

@@ -36,7 +36,7 @@ struct TFacility : TTesteComBanco {
     for (std::string_view resto = todas; !resto.empty();) texto += Trocar(modelo, formato::CortarAte(resto, " & "));
     Banco().Executar("DELETE FROM ES02_REGA100");
     Executar(texto);
-    return Substituir(Documentos(colunas), ".0000", "");
+    return Documentos(colunas);
   }
   TVXBarraProgresso Barra;
   const TFrameVXBarraProgressoItem& Item = *Barra.BuscarBarraProgresso(1);
@@ -50,8 +50,7 @@ TEST_F(TFacility, DocumentoDeSaida) {
             "77|3|CHV|2026-10-05|1000.5000|20|22.5000|6.5000|30|1|Bar Azul|Rua São;João|10|Sala;ç|Centro|PR|"
             "1701|Aula; ção|1000|20|100|2.5000|17.01");
   EXPECT_EQ(Documentos("R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO"),
-            "0714|1000.5000|15.0000\n0910|1000.5000|110.0000\n1101|1000.5000|6.5000\n1102|1000.5000|30.0000\n"
-            "1103|1000.5000|10.0000");
+            "0714|1000.5000|15\n0910|1000.5000|110\n1101|1000.5000|6.5000\n1102|1000.5000|30\n1103|1000.5000|10");
 }
 
 // A file of kind 2 completes the issuer and begins at the taker's side, one of kind 1 the other way round. A note

@@ -48,15 +48,13 @@ TEST_F(TGEFisco, CabecasEItensEmQualquerOrdem) {
     Banco().Executar("DELETE FROM ES02_REGA100");
     EXPECT_EQ(Importar(ordem), "");
     EXPECT_TRUE(Moveu);
-    EXPECT_EQ(Cabecas(), "7|A|2026-03-15|0|1|1000.0000|50.0000|1.0000|2.0000|0|Bar d'Água|PR|2|6");
+    EXPECT_EQ(Cabecas(), "7|A|2026-03-15|0|1|1000|50|1|2|0|Bar d'Água|PR|2|6");
     EXPECT_EQ(Documentos("NUM_ITEM, CAST(DESCR_ITEM AS VARCHAR(9)), VL_ITEM, VL_BC_ISS, I.VL_ISS, ALIQ_ISS, ATIVIDADE, "
                          "UNID, MUNICIPIODEVISS"),
-              "1|Reparo|600.0000|600.0000|30.0000|5.0000|14.01|UN|4205407\n"
-              "2|Aula|400.0000|3.0050|0.2000|0.0500|1.05|UN|4205407")
+              "1|Reparo|600|600|30|5|14.01|UN|4205407\n2|Aula|400|3.0050|0.2000|0.0500|1.05|UN|4205407")
         << "money has two implied decimals, also where a mark is written";
     EXPECT_EQ(Tabela("SELECT COD_RECEITA, VL_BC, VL_IMPOSTO, ALIQUOTA FROM ES02_REGA17R ORDER BY COD_RECEITA"),
-              "0714|900.0000|4.0000|0.0000\n0910|900.0000|3.0000|0.0000\n1010|900.0000|50.0000|0.0000\n"
-              "1101|900.0000|1.0000|0.0000\n1102|900.0000|2.0000|0.0000\n1103|900.0000|5.0000|0.0000");
+              "0714|900|4|0\n0910|900|3|0\n1010|900|50|0\n1101|900|1|0\n1102|900|2|0\n1103|900|5|0");
   }
   EXPECT_EQ(Contar("ES02_REG0150"), 1);
 }
@@ -67,9 +65,8 @@ TEST_F(TGEFisco, CorrecoesCanceladasEMeses) {
   // A correction changes what it says, and leaves what it doesn't.
   Importar("C", Trocar(kC, "100000;5000 => 120000;0 | ;N;N; => ;;N;"));
   EXPECT_EQ(Cabecas(),
-            "7|A|2026-03-15|0|1|1200.0000|50.0000|1.0000|2.0000|0|Bar d'Água|PR|0|5\n"
-            "7|A|2026-04-01|0|1|1000.0000|50.0000|1.0000|2.0000|0|Bar d'Água|PR|0|6\n"
-            "8|A|2026-03-15|2|1|1000.0000|50.0000|1.0000|2.0000|0|Bar d'Água|PR|0|6");
+            "7|A|2026-03-15|0|1|1200|50|1|2|0|Bar d'Água|PR|0|5\n7|A|2026-04-01|0|1|1000|50|1|2|0|Bar d'Água|PR|0|6\n"
+            "8|A|2026-03-15|2|1|1000|50|1|2|0|Bar d'Água|PR|0|6");
   // A key that stands twice in a file is one document, with the items of both lines.
   Importar("D", kC, String(kD) + "D;7;A;15/03/2026;3;1;;100;;0;0;100\n");
   EXPECT_EQ(Tabela("SELECT NUM_ITEM FROM ES02_REGA170 ORDER BY NUM_ITEM"), "1\n2")

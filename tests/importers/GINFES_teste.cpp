@@ -19,7 +19,7 @@ TEST_F(TGINFES, CadaCampoNoSeuLugar) {
                        "COD_MOD, COD_SIT, SER, NUM_DOC, CHV_NFSE, DT_DOC, DT_EXE_SERV, IND_PGTO, "
                        "VL_DOC, A.VL_DESC, A.VL_ISS, TEMISSRETIDO, NOME, CNPJ, CPF, IE, COD_MUN, "
                        "ENDERECO, NUM, COMPL, BAIRRO, UF, COD_PAIS, Q.TPIMPORTACAO"),
-            fmt::format("1|{}|{}|1|1|1||0||12345|ABC-1|2026-03-15|2026-03-15|0|1000.0000|0.0000|50.0000|1|Padaria "
+            fmt::format("1|{}|{}|1|1|1||0||12345|ABC-1|2026-03-15|2026-03-15|0|1000|0|50|1|Padaria "
                         "Exemplo Ltda|99888777000166|||4106902|Rua A|10|Sala 2|Centro|PR|1058|1",
                         Pasta / "entrada/não.xml", Pasta / "morto/NFSe/não.xml"));
   EXPECT_EQ(
@@ -27,8 +27,8 @@ TEST_F(TGINFES, CadaCampoNoSeuLugar) {
                  "CFOPICMS, CFOPISS, MUNICIPIODEVISS, I.AUX1, D.COD_ITEM, D.COD_PART, D.IND_EMIT, CAST(DESCR_ITEM AS "
                  "VARCHAR(99)), D.TIPO_ITEM, D.COD_GEN, COD_LST, UNID_INV, D.TPIMPORTACAO, R.COD_RECEITA, R.VL_BC, "
                  "R.VL_IMPOSTO, R.ALIQUOTA, I.IDREG0000 - P.IDREG0000, R.IDREG0000 - P.IDREG0000"),
-      "1|SEMCOD|1.0000|UN|1000.0000|0.0000|900.0000|50.0000|5.0000|01.05|6.933.000||4205407|1|SEMCOD|1|1|"
-      "Consultoria fiscal|9|0|17.01|UN|1|1010|900.0000|50.0000|5.0000|0|0");
+      "1|SEMCOD|1|UN|1000|0|900|50|5|01.05|6.933.000||4205407|1|SEMCOD|1|1|"
+      "Consultoria fiscal|9|0|17.01|UN|1|1010|900|50|5|0|0");
 }
 
 TEST_F(TGINFES, ValoresDoISS) {
@@ -41,10 +41,9 @@ TEST_F(TGINFES, ValoresDoISS) {
                  {.IssRetido = "1", .ValorIss = "", .ValorIssRetido = "30.00"},
                  {.IssRetido = "1", .BaseCalculo = "0"},
                  {.ValorServicos = "1.234,56", .ValorIss = "", .BaseCalculo = "", .Aliquota = ""}});
-  EXPECT_EQ(
-      Substituir(Documentos("VL_DOC, A.VL_ISS, TEMISSRETIDO, VL_BC_ISS, I.VL_ISS, R.VL_BC, R.VL_IMPOSTO"), ".0000", ""),
-      "1000|30|0|900|30|-|-\n1000|50|0|900|50|-|-\n1000|30|0|900|30|-|-\n1000|50|0|900|50|-|-\n1000|50|0|900|50|"
-      "-|-\n1000|50|1|900|50|900|50\n1000|30|1|900|30|-|-\n1000|50|1|0|50|1000|50\n1234.5600|0|0|0|0|-|-");
+  EXPECT_EQ(Documentos("VL_DOC, A.VL_ISS, TEMISSRETIDO, VL_BC_ISS, I.VL_ISS, R.VL_BC, R.VL_IMPOSTO"),
+            "1000|30|0|900|30|-|-\n1000|50|0|900|50|-|-\n1000|30|0|900|30|-|-\n1000|50|0|900|50|-|-\n1000|50|0|900|50|"
+            "-|-\n1000|50|1|900|50|900|50\n1000|30|1|900|30|-|-\n1000|50|1|0|50|1000|50\n1234.5600|0|0|0|0|-|-");
 }
 
 TEST_F(TGINFES, DatasENumeros) {
@@ -117,7 +116,7 @@ TEST_F(TGINFES, NotaAlheiaNoMeio) {
 TEST_F(TGINFES, ExcecaoNoMeioGuardaAsNotasAnteriores) {
   EXPECT_EQ(ImportarNotas({{.Numero = "1"}, {.Numero = "2", .IssRetido = "1", .Aliquota = "abc"}, {.Numero = "3"}}),
             "11 [0 1]!estrutura ");
-  EXPECT_EQ(Documentos("NUM_DOC, VL_ITEM"), "1|1000.0000") << "the half-built one and what follows are gone";
+  EXPECT_EQ(Documentos("NUM_DOC, VL_ITEM"), "1|1000") << "the half-built one and what follows are gone";
   EXPECT_EQ(Contar("ES02_REGA17R"), 0);
   EXPECT_FALSE(Pasta.Tem("entrada/notas.xml"));
 }

@@ -26,11 +26,10 @@ TEST_F(TGrupoAssessor, CadaCampoNoSeuLugar) {
       Documentos("NUM_DOC, SER, COD_SIT, DT_DOC, DT_EXE_SERV, VL_DOC, A.VL_ISS, VL_PIS_RET, VL_COFINS_RET, NOME, "
                  "CNPJ, IE, Q.COD_MUN, MUNICIPIO, ENDERECO, NUM, BAIRRO, UF, NUM_ITEM, VL_ITEM, I.VL_DESC, QTD, "
                  "ATIVIDADE, ALIQ_ISS, VL_BC_ISS, I.VL_ISS, DEDUCAOISS, COD_LST, CAST(DESCR_ITEM AS VARCHAR(10))"),
-      "7|U|0|2026-03-05|2026-03-05|400.0000|14.0000|1.0000|2.0000|Bar|99888777000166||4106902|curitiba|AvA|10|"
-      "Sul|PR|1|100.0000|6.0000|2.5000|1401|5.0000|280.0000|14.0000|40.0000||Reparo 100");
+      "7|U|0|2026-03-05|2026-03-05|400|14|1|2|Bar|99888777000166||4106902|curitiba|AvA|10|"
+      "Sul|PR|1|100|6|2.5000|1401|5|280|14|40||Reparo 100");
   EXPECT_EQ(Documentos("R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO, R.ALIQUOTA"),
-            "1010|280.0000|14.0000|5.0000\n0714|280.0000|4.0000|0.0000\n0910|280.0000|3.0000|0.0000\n"
-            "1101|280.0000|1.0000|0.0000\n1102|280.0000|2.0000|0.0000\n1103|280.0000|5.0000|0.0000");
+            "1010|280|14|5\n0714|280|4|0\n0910|280|3|0\n1101|280|1|0\n1102|280|2|0\n1103|280|5|0");
   // Taken from someone with a CPF, whose state is that of the city.
   EXPECT_EQ(Importar("11222333000181 => 12345678909 | 99888777000166 => 11222333000181"), "10 [1 7]");
   EXPECT_EQ(Tabela("SELECT NOME, CPF, COD_MUN, MUNICIPIO, ENDERECO, NUM, BAIRRO, UF FROM ES02_REG0150 WHERE CNPJ = ''"),
@@ -52,11 +51,9 @@ TEST_F(TGrupoAssessor, SituacaoSinaisELocalDoISS) {
   EXPECT_EQ(Documentos("NUM_DOC, COD_SIT, VL_DOC, MUNICIPIODEVISS, TEMISSRETIDO, "
                        "(SELECT CAST(SUM(VL_IMPOSTO) AS INT) FROM ES02_REGA17R WHERE IDREGA100 = A.IDREGA100), "
                        "VL_PIS - VL_PIS_RET, VL_BC_PIS, VL_COFINS - VL_COFINS_RET, VL_BC_COFINS"),
-            "10|2|400.0000|4106902|0|15|-1.0000|0.0000|-2.0000|0.0000\n11|0|0.0000|-|0|-|0.0000|0.0000|0.0000|0.0000\n"
-            "12|2|0.0000|-|0|-|0.0000|0.0000|0.0000|0.0000\n13|0|400.0000|4106902|1|25|-1.0000|0.0000|-2.0000|0.0000\n"
-            "14|0|400.0000|4205407|1|26|-1.0000|0.0000|-2.0000|0.0000\n15|0|400.0000|4205407|1|28|"
-            "1.0000|280.0000|-2.0000|0.0000\n16|0|400.0000|4106902|1|27|-1.0000|0.0000|2.0000|280.0000\n"
-            "17|0|400.0000|4205407|1|21|0.0000|0.0000|0.0000|0.0000");
+            "10|2|400|4106902|0|15|-1|0|-2|0\n11|0|0|-|0|-|0|0|0|0\n12|2|0|-|0|-|0|0|0|0\n"
+            "13|0|400|4106902|1|25|-1|0|-2|0\n14|0|400|4205407|1|26|-1|0|-2|0\n15|0|400|4205407|1|28|1|280|-2|0\n"
+            "16|0|400|4106902|1|27|-1|0|2|280\n17|0|400|4205407|1|21|0|0|0|0");
 }
 
 // Of several services each has the ISS of its own value, and the running total of the deduction up to it. What the sums
@@ -69,9 +66,9 @@ TEST_F(TGrupoAssessor, RateioEntreVariosServicos) {
   };
   const String abaixo = "=14 => =15.02 | =40; => =10; | =400 => =300";
   const String tercos = "=14 => =2.7498 | =40; => =10; | =400 => =99.999 | ALIQUOTA=5 => ALIQUOTA=2.75";
-  EXPECT_EQ(ratear("=14 => =20", {"100", "300"}), "1|0|100.0000|5.0000|10.0000\n2|1|300.0000|15.0000|40.0000");
-  EXPECT_EQ(ratear("=14 => =19.99", {"100", "300"}), "1|0|100.0000|5.0000|10.0000\n2|1|300.0000|15.0100|40.0000");
-  EXPECT_EQ(ratear(abaixo, {"100", "200"}), "1|0|100.0000|5.0000|3.3333\n2|1|200.0000|9.9800|10.0000");
+  EXPECT_EQ(ratear("=14 => =20", {"100", "300"}), "1|0|100|5|10\n2|1|300|15|40");
+  EXPECT_EQ(ratear("=14 => =19.99", {"100", "300"}), "1|0|100|5|10\n2|1|300|15.0100|40");
+  EXPECT_EQ(ratear(abaixo, {"100", "200"}), "1|0|100|5|3.3333\n2|1|200|9.9800|10");
   EXPECT_EQ(ratear(tercos, {"33.333", "33.333", "33.333"}),
             "1|0|33.3330|0.9166|3.3333\n2|1|33.3330|0.9166|6.6666\n3|2|33.3330|0.9166|9.9998");
   EXPECT_EQ(ratear("", {}), "-|-|-|-|-");

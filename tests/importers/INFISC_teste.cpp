@@ -15,9 +15,6 @@ struct TINFISC : TTesteComBanco {
   String Importar(const std::vector<String>& notas, const String& raiz = "<lote>{}</lote>") {
     return ImportarNotas("39", kNota, notas, raiz);
   }
-  // The rows without decimals that say nothing.
-  String Tabela(const String& sql) { return Substituir(TTesteComBanco::Tabela(sql), ".0000", ""); }
-  String Documentos(const String& colunas) { return Substituir(TTesteComBanco::Documentos(colunas), ".0000", ""); }
 };
 
 TEST_F(TINFISC, CadaRaizTerminaASeuModo) {

@@ -23,11 +23,10 @@ TEST_F(TRLZ, CadaCampoNoSeuLugar) {
   EXPECT_EQ(Documentos("NUM_DOC, SER, COD_SIT, DT_DOC, DT_EXE_SERV, VL_DOC, A.VL_ISS, VL_PIS_RET, TEMISSRETIDO, IE, "
                        "NUM_ITEM, I.CHAVECONDICAOADICIONAL, VL_ITEM, QTD, ATIVIDADE, ALIQ_ISS, VL_BC_ISS, I.VL_ISS, "
                        "DEDUCAOISS, MUNICIPIODEVISS, COD_LST, CAST(DESCR_ITEM AS VARCHAR(9))"),
-            "7||0|2026-03-05|2026-03-05|300.0000|14.0000|0.0000|1||1|0|301.0000|2.0000|14.01|5.0000|280.0700|14.0000|"
-            "7.0000|4106902|1401|Reparo");
+            "7||0|2026-03-05|2026-03-05|300|14|0|1||1|0|301|2|14.01|5|280.0700|14|7|4106902|1401|Reparo");
   EXPECT_EQ(Documentos("R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO, R.ALIQUOTA"),
-            "1010|280.0700|13.0000|5.0000\n0910|280.0700|3.0000|0.0000\n0714|280.0700|4.0000|1.5000\n"
-            "1101|280.0700|1.8204|0.6500\n1102|280.0700|8.4021|3.0000\n1103|280.0700|2.8007|1.0000");
+            "1010|280.0700|13|5\n0910|280.0700|3|0\n0714|280.0700|4|1.5000\n"
+            "1101|280.0700|1.8204|0.6500\n1102|280.0700|8.4021|3\n1103|280.0700|2.8007|1");
   // The city takes no part in the search of a party; an unknown one has no code.
   const String tomada = "11222333000181 => 123 | 99888777000166 => 11222333000181 | ";
   Importar({tomada, tomada + "=joinville => =Sombrio", tomada + "=123 => =124 | =joinville => =Nenhures | Sim => S",
@@ -46,9 +45,8 @@ TEST_F(TRLZ, SituacaoRetencaoELocalDoISS) {
             "valoriss=14 => valoriss=-1 | nafonte=13 => nafonte=0 | =CURITIBA => =Nenhures | irrf=4 => irrf=0"});
   EXPECT_EQ(Documentos("COD_SIT, VL_DOC, A.VL_ISS, I.VL_ISS, TEMISSRETIDO, MUNICIPIODEVISS, (SELECT "
                        "CAST(LIST(COD_RECEITA, ' ') AS VARCHAR(50)) FROM ES02_REGA17R WHERE IDREGA100 = A.IDREGA100)"),
-            "2|0.0000|0.0000|-|0|-|-\n2|0.0000|0.0000|-|0|-|-\n2|0.0000|0.0000|-|0|-|-\n"
-            "0|300.0000|13.0000|13.0000|1|4106902|1010 0910 0714 1101 1102 1103\n"
-            "0|300.0000|14.0000|14.0000|0|4106902|0714 1103\n0|300.0000|0.0000|0.0000|0|4205407|0910 1101 1102 1103");
+            "2|0|0|-|0|-|-\n2|0|0|-|0|-|-\n2|0|0|-|0|-|-\n0|300|13|13|1|4106902|1010 0910 0714 1101 1102 1103\n"
+            "0|300|14|14|0|4106902|0714 1103\n0|300|0|0|0|4205407|0910 1101 1102 1103");
 }
 
 // Of several services each has the ISS of its own value, toward zero; the last one takes what the note's has more or
@@ -60,11 +58,11 @@ TEST_F(TRLZ, RateioEntreVariosServicos) {
             dois + sem + "nafonte=13 => nafonte=0 | =150.5 => =33.33 | quantidade=2 => quantidade=0.3333",
             kServico + " => "});
   EXPECT_EQ(Documentos("NUM_ITEM, I.CHAVECONDICAOADICIONAL, VL_BC_ISS, I.VL_ISS"),
-            "1|0|301.0000|15.0500\n2|1|301.0000|-1.0500\n1|0|301.0000|15.0500\n2|1|301.0000|14.9500\n"
-            "1|0|301.0000|15.0500\n2|1|301.0000|-2.0500\n1|0|11.1088|0.5554\n2|1|11.1088|0.3054\n-|-|-|-");
+            "1|0|301|15.0500\n2|1|301|-1.0500\n1|0|301|15.0500\n2|1|301|14.9500\n"
+            "1|0|301|15.0500\n2|1|301|-2.0500\n1|0|11.1088|0.5554\n2|1|11.1088|0.3054\n-|-|-|-");
   EXPECT_EQ(Tabela("SELECT VL_IMPOSTO, ALIQUOTA, COUNT(*) FROM ES02_REGA17R WHERE COD_RECEITA IN ('1010', '0910') "
                    "GROUP BY 1, 2"),
-            "2.0000|0.0000|4\n3.0000|0.0000|4\n13.0000|0.0000|1\n13.0000|5.0000|3");
+            "2|0|4\n3|0|4\n13|0|1\n13|5|3");
 }
 
 TEST_F(TRLZ, NotaDaEmpresaOuNao) {

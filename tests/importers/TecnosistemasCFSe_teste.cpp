@@ -37,11 +37,9 @@ TEST_F(TTecnosistemasCFSe, CadaCampoNoSeuLugar) {
                  "DT_EXE_SERV, IND_PGTO, CHV_NFSE, VL_DOC, A.VL_DESC, A.VL_ISS, TEMISSRETIDO, NUM_ITEM, VL_ITEM, "
                  "I.VL_DESC, QTD, VL_BC_ISS, I.VL_ISS, ALIQ_ISS, DEDUCAOISS, ATIVIDADE, TPRECOLHIMENTO, CFOPICMS, "
                  "MUNICIPIODEVISS, COD_LST, CAST(DESCR_ITEM AS VARCHAR(20))"),
-      "1|202600000000123|0|-|-|0|AB-1|92.0000|8.0000|14.0000|0|1|100.0000|8.0000|1.0000|91.0000|14.0000|5.0000|"
-      "7.0000|01.05|2|5.933.000|4106902|0105|Aula");
+      "1|202600000000123|0|-|-|0|AB-1|92|8|14|0|1|100|8|1|91|14|5|7|01.05|2|5.933.000|4106902|0105|Aula");
   EXPECT_EQ(Documentos("FIRST 5 R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO, R.ALIQUOTA"),
-            "0714|92.0000|4.0000|0.0000\n0910|92.0000|3.0000|0.0000\n1101|92.0000|1.0000|0.0000\n"
-            "1102|92.0000|2.0000|0.0000\n1103|92.0000|6.0000|0.0000");
+            "0714|92|4|0\n0910|92|3|0\n1101|92|1|0\n1102|92|2|0\n1103|92|6|0");
   EXPECT_EQ(Tabela("SELECT IND_OPER, NOME, CPF, CNPJ, IE, COD_MUN, UF, ENDERECO, NUM, COMPL, BAIRRO, COD_PAIS, "
                    "Q.IDREG0000 FROM ES02_REGA100 LEFT JOIN ES02_REG0150 Q USING (COD_PART) ORDER BY IDREGA100"),
             "1|João|123||ISENTO|0||||||1058|0\n1|-|-|-|-|-|-|-|-|-|-|-|-\n"
@@ -58,15 +56,14 @@ TEST_F(TTecnosistemasCFSe, ISSRetidoDoServicoEmDiante) {
       Arquivo({""}, {"Retido=2 => Retido=2,0 | =92 => =0 | =41.06902 => =0", "Retido=2 => Retido=1 | =92 => =93", ""}));
   EXPECT_EQ(Documentos("VL_DOC, A.VL_DESC, A.VL_ISS, TEMISSRETIDO, NUM_ITEM, VL_BC_ISS, TPRECOLHIMENTO, "
                        "MUNICIPIODEVISS"),
-            "276.0000|24.0000|42.0000|1|1|100.0000|2,0|4209102\n276.0000|24.0000|42.0000|1|2|100.0000|1|4106902\n"
-            "276.0000|24.0000|42.0000|1|3|100.0000|2|4106902");
+            "276|24|42|1|1|100|2,0|4209102\n276|24|42|1|2|100|1|4106902\n276|24|42|1|3|100|2|4106902");
   EXPECT_EQ(Tabela("SELECT VL_BC, COUNT(*), MAX(ALIQUOTA) FROM ES02_REGA17R GROUP BY 1 ORDER BY 1"),
-            "92.0000|6|5.0000\n93.0000|6|5.0000\n100.0000|5|0.0000");
+            "92|6|5\n93|6|5\n100|5|0");
   // Nothing of it goes on to the next receipt; the tags of the services vary.
   Banco().Executar("DELETE FROM ES02_REGA100");
   Importar(Arquivo({"=1202600000000123 => =8 | Retido=2 => Retido=1",
                     "=1202600000000123 => =9 | tcDadosServico> => TcDadosServico> | Servicos> => Servico>"}));
-  EXPECT_EQ(Documentos("NUM_DOC, VL_DOC, TEMISSRETIDO, TPRECOLHIMENTO"), "8|92.0000|1|1\n9|92.0000|0|2");
+  EXPECT_EQ(Documentos("NUM_DOC, VL_DOC, TEMISSRETIDO, TPRECOLHIMENTO"), "8|92|1|1\n9|92|0|2");
 }
 
 // A declaration of UTF-16 in lower case is put right, one in capitals isn't. A file that is what it declares reads

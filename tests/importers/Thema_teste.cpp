@@ -24,12 +24,10 @@ TEST_F(TThema, CadaCampoNoSeuLugar) {
                  "VL_PIS_RET, VL_COFINS_RET, TEMISSRETIDO, NOME, CNPJ, IE, Q.COD_MUN, UF, COD_PAIS, NUM_ITEM, QTD, "
                  "VL_ITEM, I.VL_DESC, DEDUCAOISS, ATIVIDADE, VL_BC_ISS, I.VL_ISS, ALIQ_ISS, MUNICIPIODEVISS, I.AUX1, "
                  "CFOPICMS, COD_LST, CAST(DESCR_ITEM AS VARCHAR(19))"),
-      "654321098765432|U|0|0|2026-03-15|2026-03-15|K9|300.0000|20.0000|15.0000|1.0000|2.0000|1|Bar|99888777000166||"
-      "4209102||1058|1|1.0000|300.0000|0.0000|0.0000|7.02|300.0000|15.0000|5.5000|4209102|5.1|5.933.000|07.02|"
-      "Pneus, e 4");
+      "654321098765432|U|0|0|2026-03-15|2026-03-15|K9|300|20|15|1|2|1|Bar|99888777000166||4209102||1058|1|1|300|0|0|"
+      "7.02|300|15|5.5000|4209102|5.1|5.933.000|07.02|Pneus, e 4");
   EXPECT_EQ(Documentos("R.COD_RECEITA, R.VL_BC, R.VL_IMPOSTO, R.ALIQUOTA"),
-            "1010|300.0000|15.0000|5.5000\n0714|300.0000|4.0000|0.0000\n0910|300.0000|3.0000|0.0000\n"
-            "1101|300.0000|1.0000|0.0000\n1102|300.0000|2.0000|0.0000\n1103|300.0000|5.0000|0.0000");
+            "1010|300|15|5.5000\n0714|300|4|0\n0910|300|3|0\n1101|300|1|0\n1102|300|2|0\n1103|300|5|0");
 }
 
 // The code of the nature needs a bracket, and a blank behind it; five codes retain. A rate is a fraction only below
@@ -42,10 +40,10 @@ TEST_F(TThema, NaturezaEAliquota) {
     notas.push_back(fmt::format("=[5.1] Tributação] fora => ={} | =0.055 => ={}", natureza, aliquota));
   Importar(notas);
   EXPECT_EQ(Documentos("TEMISSRETIDO, I.AUX1, ALIQ_ISS"),
-            "1|6.1|5.0000\n1|5.4|3.3300\n1|6.4|0.5000\n1|5.7|5.5000\n1|5.1|0.0000\n0|5.2|0.0000\n0|5.1]|0.0000\n"
-            "0||0.0000\n0|[5.1|0.0500\n0||0.0000\n0||0.0500\n0||1234.5000");
+            "1|6.1|5\n1|5.4|3.3300\n1|6.4|0.5000\n1|5.7|5.5000\n1|5.1|0\n0|5.2|0\n0|5.1]|0\n"
+            "0||0\n0|[5.1|0.0500\n0||0\n0||0.0500\n0||1234.5000");
   EXPECT_EQ(Tabela("SELECT ALIQUOTA FROM ES02_REGA17R WHERE COD_RECEITA = '1010' ORDER BY IDREGA17R"),
-            "5.0000\n3.3300\n0.5000\n5.5000\n0.0000");
+            "5\n3.3300\n0.5000\n5.5000\n0");
 }
 
 // "N" is a cancelled note. Without a number a taker is nobody, and in another place of service it is another one; a
@@ -55,10 +53,10 @@ TEST_F(TThema, SituacaoEPartes) {
   Importar({"=E => = n ", "=E => =NORMAL", "=E => =", "99888777000166 =>  | 42-09102 => ", tomada,
             "99888777000166 => 11222333000181 | 07.02 => 7.10", "42-09102 => 4106902", "42-09102 => 0 | 07.02 => x"});
   EXPECT_EQ(Documentos("IND_OPER, COD_SIT, SER, CHV_NFSE, VL_DOC, A.COD_PART, MUNICIPIODEVISS, ATIVIDADE, CFOPICMS"),
-            "1|2|||0.0000|1|-|-|-\n1|0|U|K9|300.0000|1|4209102|7.02|5.933.000\n1|0|U|K9|300.0000|1|4209102|7.02|"
-            "5.933.000\n1|0|U|K9|300.0000|0|4205407|7.02|5.933.000\n0|0|U|K9|300.0000|2|4209102|7.02|1.933.000\n"
-            "1|0|U|K9|300.0000|0|4209102|7.1|5.933.000\n0|0|U|K9|300.0000|0|4209102|7.1|1.933.000\n"
-            "1|0|U|K9|300.0000|3|4106902|7.02|5.933.000\n1|0|U|K9|300.0000|1|4205407|0.00|5.933.000");
+            "1|2|||0|1|-|-|-\n1|0|U|K9|300|1|4209102|7.02|5.933.000\n1|0|U|K9|300|1|4209102|7.02|"
+            "5.933.000\n1|0|U|K9|300|0|4205407|7.02|5.933.000\n0|0|U|K9|300|2|4209102|7.02|1.933.000\n"
+            "1|0|U|K9|300|0|4209102|7.1|5.933.000\n0|0|U|K9|300|0|4209102|7.1|1.933.000\n"
+            "1|0|U|K9|300|3|4106902|7.02|5.933.000\n1|0|U|K9|300|1|4205407|0.00|5.933.000");
   EXPECT_EQ(Tabela("SELECT NOME, CNPJ, CPF, COD_MUN, UF FROM ES02_REG0150"),
             "Bar|99888777000166||4209102|\nAurora||52998224725|4209102|\nBar|99888777000166||4106902|");
 }
