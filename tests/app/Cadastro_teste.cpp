@@ -103,6 +103,7 @@ TEST_F(TTesteCadastro, Leiautes) {
   for (const auto& leiaute : leiautes) {
     const auto codigo = leiaute["codigo"].get<String>();
     EXPECT_EQ(leiaute["proposto"], codigo != "59" && codigo != "60");
+    EXPECT_FALSE(leiaute["importadores"].empty()) << codigo;
     EXPECT_EQ(texto.find("nunca o propõe: importe com --leiaute " + codigo) != texto.npos, !leiaute["proposto"]);
   }
 }

@@ -1,5 +1,6 @@
 // From a layout code to the importer, and the run of the importer as a worker.
 #include <map>
+#include <set>
 #include <thread>
 
 #include "ImportadorFalso.h"
@@ -79,6 +80,12 @@ TEST(Despacho, IPMPelaExtensaoSemAbrirOArquivo) {
   }
   EXPECT_THROW(front.BuscarIdentificacaoNFSe("17"), EArquivo);
   EXPECT_EQ(front.BuscarIdentificacaoNFSe("43"), 8) << "no refinement, no reading";
+}
+
+TEST(Despacho, TodoIdTemImportador) {
+  std::set<int> ids;
+  for (const auto& importador : ImportadoresNFSe()) ids.insert(importador.Id);
+  for (int id = 0; id < 40; ++id) EXPECT_EQ(ids.contains(id), id >= 1 && id <= 34 && id != 3 && id != 23) << id;
 }
 
 // The table of layouts in the documentation has exactly the codes that lead to an importer.
