@@ -27,6 +27,8 @@ constexpr int kCancelado = 2;
 
 }  // namespace
 
+int CodigoMunicipio(std::string_view texto) { return StrToIntDef(Substituir(texto, ".", ""), 0); }
+
 int CodigoPais(int codigo) { return codigo > 0 ? codigo : TDadosRegistro0150::kBrasil; }
 
 int CodigoPais(std::string_view texto) { return CodigoPais(StrToIntDef(Aparar(texto), 0)); }

@@ -51,6 +51,9 @@ struct TDadosParte {
   Int64 IDREG0000 = 0;    // a period that the participant belongs to
 };
 
+// The municipality's federal code, without the dots that some layouts write in it; 0 for what is no number then.
+int CodigoMunicipio(std::string_view texto);
+
 // The country's code, Brazil's unless it is above 0; of a text, blanks aside.
 int CodigoPais(int codigo);
 int CodigoPais(std::string_view texto);

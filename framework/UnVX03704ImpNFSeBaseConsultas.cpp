@@ -55,7 +55,7 @@ int TNFSeBase::BuscarCodigoMunicipio(const String& codigo, const String& uf, con
   } else if (const auto tamanho = Comprimento(codigo); tamanho <= kDigitosDoMunicipio) {
     texto = std::to_string(BuscarCodigoIBGEUF(uf)) + String(kDigitosDoMunicipio - tamanho, '0') + codigo;
   }
-  return StrToIntDef(Substituir(texto, ".", ""), 0);
+  return CodigoMunicipio(texto);
 }
 
 String TNFSeBase::BuscarMunicipioPorSRF(const String& codigo) {

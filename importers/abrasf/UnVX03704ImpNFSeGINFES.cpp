@@ -5,9 +5,6 @@
 namespace impnfse {
 namespace {
 
-// The municipality's code as some files write it, with dots.
-int CodigoMunicipio(const String& cidade) { return StrToIntDef(Substituir(cidade, ".", ""), 0); }
-
 // Both parties are told alike.
 template <class Parte>
 TDadosParte LerParte(const Parte& parte) {

@@ -86,7 +86,7 @@ void TNFSePrefeituraModerna::Carregar0150() {
   CarregarDestinatario([&]() -> TDadosParte {
     const auto tomador = GetNota().Filho<"tomador">();
     const auto endereco = tomador.Filho<"endereco">();
-    return {.COD_MUN = StrToIntDef(Substituir(endereco.Texto("ibge_cidade"), ".", ""), 0),
+    return {.COD_MUN = CodigoMunicipio(endereco.Texto("ibge_cidade")),
             .NOME = tomador.Texto("razao_social"),
             .ENDERECO = endereco.Texto("logradouro"),
             .NUM = endereco.Texto("numero"),

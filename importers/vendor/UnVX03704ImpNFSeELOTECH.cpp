@@ -10,7 +10,7 @@ namespace {
 template <class Parte>
 TDadosParte LerParte(const Parte& parte) {
   const auto endereco = parte.template Filho<"Endereco">();
-  return {.COD_MUN = StrToIntDef(Substituir(endereco.Texto("CodigoMunicipio"), ".", ""), 0),
+  return {.COD_MUN = CodigoMunicipio(endereco.Texto("CodigoMunicipio")),
           .NOME = parte.Texto("RazaoSocial"),
           .ENDERECO = endereco.Texto("Endereco"),
           .NUM = endereco.Texto("Numero"),

@@ -71,7 +71,7 @@ void TNFSeGrupoAssessor::CarregarPISCOFINS() {
 // Kind and name of the street are joined as they stand: a blank between them is the vendor's to write.
 void TNFSeGrupoAssessor::Carregar0150() {
   CarregarEmitente([&]() -> TDadosParte {
-    return {.COD_MUN = StrToIntDef(Substituir(GetNota().Texto("PRESTMUNICIPIOCOD"), ".", ""), 0),
+    return {.COD_MUN = CodigoMunicipio(GetNota().Texto("PRESTMUNICIPIOCOD")),
             .NOME = GetNota().Texto("PRESTNOMERAZAO"),
             .ENDERECO = GetNota().Texto("PRESTPREFIXODESC") + GetNota().Texto("PRESTLOGDESC"),
             .NUM = GetNota().Texto("PRESTNUMERO"),
@@ -80,7 +80,7 @@ void TNFSeGrupoAssessor::Carregar0150() {
             .MUNICIPIO = GetNota().Texto("PRESTMUNICIPIODESC")};
   });
   CarregarDestinatario([&]() -> TDadosParte {
-    return {.COD_MUN = StrToIntDef(Substituir(GetNota().Texto("TOMMUNICIPIOCOD"), ".", ""), 0),
+    return {.COD_MUN = CodigoMunicipio(GetNota().Texto("TOMMUNICIPIOCOD")),
             .NOME = GetNota().Texto("TOMNOMERAZAO"),
             .ENDERECO = GetNota().Texto("TOMPREFIXODESC") + GetNota().Texto("TOMLOGDESC"),
             .NUM = GetNota().Texto("TOMNUMERO"),

@@ -83,7 +83,7 @@ void TNFSePaliariEngenhariaSoftware::Carregar0150() {
     const auto tomador = GetDeclaracao().Filho<"Tomador">();
     auto parte = LerEnderecoNacional(tomador.Filho<"Endereco">());
     parte.NOME = tomador.Texto("RazaoSocial");
-    parte.COD_MUN = StrToIntDef(Substituir(tomador.Texto("Endereco/CodigoMunicipio"), ".", ""), 0);
+    parte.COD_MUN = CodigoMunicipio(tomador.Texto("Endereco/CodigoMunicipio"));
     return parte;
   });
 }

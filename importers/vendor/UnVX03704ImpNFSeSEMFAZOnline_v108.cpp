@@ -51,7 +51,7 @@ void TNFSeSEMFAZOnline::Carregar0150() {
   CarregarEmitente([] { return TDadosParte{.SemUFDoMunicipio = true}; });
   CarregarDestinatario([&] {
     const auto tomador = GetNota().Filho<"Tomador">();
-    return TDadosParte{.COD_MUN = StrToIntDef(Substituir(tomador.Texto("CodigoMunicipioIbge"), ".", ""), 0),
+    return TDadosParte{.COD_MUN = CodigoMunicipio(tomador.Texto("CodigoMunicipioIbge")),
                        .NOME = tomador.Texto("Nome"),
                        .NUM = tomador.Texto("NumeroLogradouro"),
                        .BAIRRO = tomador.Texto("Bairro"),
